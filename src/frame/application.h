@@ -43,7 +43,7 @@ public:
     CResourcesManager* getGeneralResourcesManager() const { return resources_.get(); }
     CFont5* getDefaultFont() const { return defaultFont_; }
     void setDefaultFont(CFont5* font) { defaultFont_ = font; }  // not owned
-    CMC_Application* getMCApplicationIfc() const { return application_; }
+    CMC_Application* getMCApplicationIfc() const { return application_.get(); }
 
 private:
     void build();
@@ -56,6 +56,6 @@ private:
     CFont5* defaultFont_ = nullptr;
     CXString configName_;
     CXString name_;
-    CMC_Application* application_ = nullptr;  // owned; the parser only makes it
+    std::unique_ptr<CMC_Application> application_;
     std::unique_ptr<CMC_StructureParser> parser_;
 };

@@ -24,8 +24,8 @@ public:
 
     CUnit6* find(const CXString& name) const;  // in any case of letters; null: none
     bool contains(const CXString& name) const { return find(name) != nullptr; }
-    void registerUnit(CUnit6* unit) { units_.add(unit); }  // not owned
-    void releaseUnit(CUnit6* unit);                        // forgets it
+    void registerUnit(CUnit6* unit);  // not owned
+    void releaseUnit(CUnit6* unit);   // forgets it
     void releaseUnit(const CXString& name);
     void setCurrentUnit(CUnit6* unit) { current_ = unit; }
     CUnit6* getCurrentUnit() const { return current_; }  // null: none
