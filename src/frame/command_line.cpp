@@ -11,14 +11,14 @@ CCommandLine::CCommandLine(const char* text) {
         if (begin == std::string_view::npos) return;
         rest.remove_prefix(begin);
         const std::string_view token = rest.substr(0, rest.find(' '));
-        arguments_.CXPointerVector::add(new CXString(token));
+        arguments_.add(new CXString(token));
         rest.remove_prefix(token.size());
     }
 }
 
 CCommandLine::CCommandLine(int count, char* const* arguments) {
     for (int i = 0; i < count; ++i)
-        arguments_.CXPointerVector::add(new CXString(arguments[i]));
+        arguments_.add(new CXString(arguments[i]));
 }
 
 CCommandLine::~CCommandLine() {

@@ -93,10 +93,13 @@ void ConfigFile::addLine(std::string text) {
     section.entriesEnd = section.lines.size();
     // What stands before the first header belongs to no section.
     if (sections_.size() > 1) entryIndex_.try_emplace(entryKey(section.key, key), line);
-    const std::size_t begin =
-        std::min(body.find_first_not_of(kBlanks, equals + 1), trimmed(body).size() == 0 ? equals + 1 : body.size());
+    const std::size_t begin = body.find_first_not_of(kBlanks, equals + 1);
+    if (begin == std::string_view::npos) {
+        lines_.push_back({std::move(text), equals + 1, 0});
+        return;
+    }
     const std::size_t size = trimmed(body.substr(begin)).size();
-    lines_.push_back({std::move(text), size == 0 ? equals + 1 : begin, size});
+    lines_.push_back({std::move(text), begin, size});
 }
 
 std::optional<std::string_view> ConfigFile::get(std::string_view section, std::string_view key) const {
@@ -109,19 +112,16 @@ std::optional<std::string_view> ConfigFile::get(std::string_view section, std::s
     return value;
 }
 
-void ConfigFile::ensureLineEnd() {
-    for (auto section = sections_.rbegin(); section != sections_.rend(); ++section) {
-        if (section->lines.empty()) continue;
-        std::string& text = lines_[section->lines.back()].text;
-        if (text.back() != '\n') text += lineEnd_;
-        return;
-    }
+void ConfigFile::endLine(std::size_t line) {
+    std::string& text = lines_[line].text;
+    if (!text.ends_with('\n')) text += lineEnd_;
 }
 
 ConfigFile::Section& ConfigFile::sectionFor(std::string_view name) {
     const std::string key = lowered(name);
     const auto it = sectionIndex_.find(key);
     if (it != sectionIndex_.end()) return sections_[it->second];
+    if (!sections_.back().lines.empty()) endLine(sections_.back().lines.back());
     addLine("[" + std::string(trimmed(name)) + "]" + lineEnd_);
     return sections_.back();
 }
@@ -145,8 +145,8 @@ void ConfigFile::put(std::string_view section, std::string_view key, std::string
         line.text.replace(line.valueBegin, line.valueSize, stored);
         line.valueSize = stored.size();
     } else {
-        ensureLineEnd();
         Section& home = sectionFor(sectionName);
+        endLine(home.lines[home.entriesEnd - 1]);
         Line line;
         line.text = std::string(keyName) + "=";
         line.valueBegin = line.text.size();

@@ -48,7 +48,7 @@ private:
     void parse(std::string_view content);
     void addLine(std::string text);
     Section& sectionFor(std::string_view name);
-    void ensureLineEnd();
+    void endLine(std::size_t line);
     void tell(const char* what) const;
 
     CXString name_;

@@ -6,9 +6,7 @@ namespace {
 constexpr unsigned kPeriod = 10000;  // milliseconds
 }
 
-CPublicTrash::CPublicTrash(CXTimer* timers) : timers_(timers) {
-    timers_->add(objectId(), kPeriod, static_cast<CTimerNotificator*>(this));
-}
+CPublicTrash::CPublicTrash(CXTimer* timers) : timers_(timers) { timers_->add(objectId(), kPeriod, this); }
 
 CPublicTrash::~CPublicTrash() {
     timers_->remove(objectId());

@@ -24,7 +24,7 @@ CTimerObject* CXTimer::append(int id, unsigned period) {
     timer->id = id;
     timer->period = period;
     timer->lastTime = now();
-    timers_.CXPointerVector::add(timer);
+    timers_.add(timer);
     return timer;
 }
 

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "sound/playable.h"
 
+#include <vector>
+
 int CPlayable::next() {
     seek(-4);
     return position_;
