@@ -23,7 +23,8 @@ public:
     CXObject* get(const CXObject* key) const;  // null: none
     // Takes out the first entry of that value by slot order; a key that the table owns is destroyed. False: none.
     bool remove(const CXObject* value);
-    // The same for the entry of that value in the key's slot, without a walk over the slots; falls back on remove(value).
+    // The same for the entry of that value in the key's slot, without a walk over the slots; falls back on
+    // remove(value).
     bool remove(const CXObject* key, const CXObject* value);
     bool contains(const CXObject* value) const { return allValues_.contains(value); }
     // All keys in slot order, a new vector that is the caller's; null for an empty table.

@@ -4,6 +4,7 @@
 
 #include <compare>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 
 class CXArray;
@@ -14,14 +15,15 @@ class CXRect;
 // Capacity is bytes allocated and never below 32. A text of n characters gets 32 when n is at most 31, else n + 32; a
 // copy takes its source's capacity. The capacity of 32 is served by a buffer inside the object, so short texts never
 // touch the heap. Positions are zero-based. Nothing here fails: searches answer -1, and positions outside the text
-// are brought to its ends.
-class CXString {
+// are brought to its ends. A text holds at most 2^26 characters; what would go beyond is dropped.
+class CXString final {
 public:
     CXString() noexcept;
-    CXString(const char* text);  // NOLINT(google-explicit-constructor): literals stand for texts everywhere; null: empty
+    CXString(
+        const char* text);  // NOLINT(google-explicit-constructor): literals stand for texts everywhere; null: empty
     CXString(std::string_view text);  // NOLINT(google-explicit-constructor)
     CXString(const CXString& other);
-    CXString(CXString&& other) noexcept;
+    CXString(CXString&& other) noexcept;  // takes the buffer with its capacity; the other one becomes empty
     // An empty text with room for `capacity` bytes. It never builds a text from the number.
     explicit CXString(int capacity);
     ~CXString();
@@ -30,14 +32,14 @@ public:
     CXString& operator=(const CXString& other);
     CXString& operator=(CXString&& other) noexcept;
     CXString& operator=(const char* text);  // null changes nothing
-    CXString& operator=(char c);
-    CXString& operator=(int value);     // decimal
-    CXString& operator=(double value);  // nine significant digits, as _gcvt writes them; not toString(double)
+    CXString& operator=(char c);            // '\0': empty
+    CXString& operator=(int value);         // decimal
+    CXString& operator=(double value);      // nine significant digits, as _gcvt writes them; not toString(double)
 
     CXString& operator+=(const CXString& text);
     CXString& operator+=(const char* text);
     CXString& operator+=(std::string_view text);
-    CXString& operator+=(char c);
+    CXString& operator+=(char c);  // '\0' adds nothing
     CXString& operator+=(int value);
 
     // The leading number of the text, 0 when it doesn't start with one.
@@ -80,6 +82,7 @@ public:
     int FindSubString(const CXString& sub, int start = 0) const;
     void Replace(char from, char to);
     CXString replace(const CXString& sub, const CXString& by) const;  // what is put in isn't scanned again
+    // Keeps the text from `start` on, with the first `sub` in it replaced.
     void replaceOnce(const CXString& sub, const CXString& by, int start);
     // Removes each `<tag ...>`. A tag that is never closed is removed to the end of the text.
     void removeTag(const CXString& tag);
@@ -121,18 +124,52 @@ public:
     friend std::strong_ordering operator<=>(const CXString& a, const CXString& b) { return a.view() <=> b.view(); }
 
 private:
-    static constexpr int kInline = 32;
+    static constexpr int kInline = 32;  // also the slack of a larger buffer
 
-    void assign(const char* text, int length, int capacity);
-    void append(const char* text, int length);
-    void reserve(int capacity);  // keeps the text
-    void freeBuffer();
+    // The views below may look into this very text.
+    void assign(std::string_view text);  // in place when it is shorter than the capacity
+    void append(std::string_view text);
+    void copyLarge(const CXString& other);     // for a constructor
+    void renewBuffer(int capacity, int keep);  // a buffer of that capacity with the first `keep` characters
+    void freeBuffer() {
+        if (chars_ != inline_) delete[] chars_;
+    }
+    void setLength(int length) {
+        length_ = length;
+        chars_[length] = '\0';
+    }
 
     int length_ = 0;
     int capacity_ = kInline;
     char* chars_;  // inline_ or an array on the heap, owned
-    char inline_[kInline];
+    char inline_[kInline] = {};
 };
+
+// These few run at every parameter and every return of a text: they are a plain copy of the 32 bytes when the text is
+// a short one.
+inline CXString::CXString() noexcept : chars_(inline_) {}
+
+inline CXString::CXString(const CXString& other) : length_(other.length_), chars_(inline_) {
+    if (other.capacity_ == kInline) {
+        std::memcpy(inline_, other.inline_, kInline);
+    } else {
+        copyLarge(other);
+    }
+}
+
+inline CXString::CXString(CXString&& other) noexcept : length_(other.length_), capacity_(other.capacity_) {
+    if (other.capacity_ == kInline) {
+        chars_ = inline_;
+        std::memcpy(inline_, other.inline_, kInline);
+    } else {
+        chars_ = other.chars_;
+        other.chars_ = other.inline_;
+        other.capacity_ = kInline;
+    }
+    other.setLength(0);
+}
+
+inline CXString::~CXString() { freeBuffer(); }
 
 CXString operator+(const CXString& a, const CXString& b);
 CXString operator+(const CXString& a, const char* b);
