@@ -116,7 +116,9 @@ CXObject* CXVector::clone() {
 }
 
 void CXVector::copyInto(CXVector* target) const {
-    if (target) target->assignFrom(*this);
+    if (!target || target == this) return;
+    target->removeAll();
+    target->add(*this);
 }
 
 CXObject* CXArray::clone() {

@@ -59,7 +59,7 @@ public:
     using CXPointerVector::CXPointerVector;
 
     CXObject* clone() override;  // a new vector of the same capacity on the same elements
-    virtual void copyInto(CXVector* target) const;
+    virtual void copyInto(CXVector* target) const;  // these elements in place of the target's
 };
 
 // The vector of anything.
