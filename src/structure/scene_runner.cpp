@@ -29,7 +29,7 @@ CMC_Variable* run(const MethodCall& c) {
 template <class Action>
 void forClones(const MethodCall& c, const CMC_Object* object, int from, int to, Action action) {
     const CXString name = object->getName() + "_";
-    for (int i = from; i <= to; ++i) action(name + CXString::toString(i));
+    for (std::int64_t i = from; i <= to; ++i) action(name + CXString::toString(static_cast<int>(i)));
 }
 
 CMC_Variable* runClones(const MethodCall& c) {
@@ -66,7 +66,6 @@ CMC_Variable* removeClones(const MethodCall& c) {
     CMC_Object* object = named(c, 0);
     if (object == nullptr) return nullptr;
     const int from = c.integer(1) == -1 ? 1 : c.integer(1);
-    // No clone has a higher number, whatever the script says.
     const int to = c.integer(2) == -1 ? object->getClonesNo() : c.integer(2);
     const ScriptScope scope;
     forClones(c, object, from, to,
