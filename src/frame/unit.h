@@ -108,6 +108,7 @@ private:
     CXString name_;
     bool dragging_ = false;
     bool draggingMode_ = false;
+    bool startedByPress_ = false;  // the press that has started the drag is still on its way
     int draggedPriority_ = 0;
     CXPoint draggedPoint_;
     CXPoint startPosition_;

@@ -38,6 +38,7 @@ public:
     bool domodal();  // serves the current unit's return code; true: end of the program
 
 private:
+    void apply(int code, bool noStart);  // a code that leads to a folder; others have no effect
     void applyPath(const CXArray& path);
 
     CWindow* window_;

@@ -32,6 +32,3 @@ private:
     CUnit6* unit_ = nullptr;
     bool (*release_)() = nullptr;
 };
-
-// Loads a module by a name in any case of letters; null, and one line in the log, when that fails.
-std::unique_ptr<platform::Module> loadModule(const CXString& name);

@@ -4,13 +4,13 @@
 
 #include <map>
 #include <memory>
-#include <string_view>
 #include <vector>
 
 #include "foundation/quene.h"
 #include "foundation/xvector.h"
 #include "frame/handles.h"
 #include "graphics/geometry.h"
+#include "platform/files.h"
 
 class CAnimationManager;
 class CApplication;
@@ -35,8 +35,7 @@ class CXTimer;
 enum _event : unsigned;
 namespace platform {
 enum class CursorKind;
-struct FileEntry;
-}  // namespace platform
+}
 struct _finddata_t;
 
 // The one object through which the library meets the outside world: the screen, the events, the frame.
@@ -94,8 +93,8 @@ public:
     void SetBackground(const CXString& fileName);
     void operator<<(CGraphicsObject* object);
     void operator>>(CGraphicsObject* object);
-    CXSize GetScreenSize() const { return size_; }
-    int GetBpp() const;  // 0 before the screen exists
+    CXSize GetScreenSize() const;  // the window's before the screen exists
+    int GetBpp() const;            // 0 before the screen exists
     char* GetScreenPtr();
     CSurface* GetSurface() const { return surface_.get(); }
     CDirectDrawSurface* GetBackBuffer() const { return backBuffer_.get(); }
@@ -198,19 +197,22 @@ public:
     static char tranlateToChar(int scanCode);
 
 private:
-    struct MouseListenerEntry;
-    struct Search;
+    struct Search {
+        std::vector<platform::FileEntry> found;
+        std::size_t next = 0;
+        bool foldersOnly = false;
+    };
 
     void release();
     int openScreen();
-    bool domodalStep();
+    void step();  // what every frame does while the window is active
+    void presentChanges(int clientLeft, int clientTop);
     void showCursorKind(HICON cursor, platform::CursorKind kind);
     template <class Call>
     void offerToKeyListeners(Call call);
-    template <class Call>
-    int offerMouseEvent(_event event, CXPoint point, int flags, Call call);
-    bool isRegistered(const MouseListenerEntry* entry) const;
-    bool fill(Search& search, _finddata_t* data);
+    template <class... Calls>
+    int offerMouseEvent(_event event, CXPoint point, int flags, Calls... calls);
+    static bool fill(Search& search, _finddata_t* data);  // the next entry; false at the end
 
     static CXString exePath;
     static bool paused;
@@ -248,4 +250,5 @@ private:
     std::unique_ptr<CAnimationManager> animationManager_;
     std::map<int, Search> searches_;
     int lastSearch_ = 0;
+    unsigned lastListener_ = 0;
 };

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "foundation/xobject.h"
+#include "platform/platform.h"
 
 class CFile;
 class CWindow;
@@ -32,7 +33,7 @@ public:
     bool FileExists(const CXString&) const { return false; }
     bool DirExists(const CXString&) const { return true; }  // the tree isn't asked, every folder is said to exist
     int ChDir(const CXString&) { return 0; }
-    CXString GetCurrentDirectoryA() const;  // the process's
+    CXString GetCurrentDirectoryA() const { return CXString(platform::current().files.currentFolder()); }
     void GetCurrentDirectoryA(int, char*) const {}
     int FindFirst(const CXString&, _finddata_t*) { return -1; }
     int FindNext(int, _finddata_t*) { return -1; }
