@@ -21,6 +21,10 @@ CMC_Handler::CMC_Handler(CXString name, std::unique_ptr<CodeParams> params)
 
 CMC_Handler::~CMC_Handler() = default;
 
+CMC_Behaviour* CMC_Handler::getBehaviour() const { return static_cast<CMC_Behaviour*>(behaviour_.get()); }
+
+void CMC_Handler::rebind(CMC_Behaviour* behaviour) { behaviour_ = behaviour; }
+
 std::unique_ptr<CMC_Handler> CMC_Handler::copy() const {
     auto params = params_ ? std::make_unique<CodeParams>(*params_) : nullptr;
     auto handler = std::make_unique<CMC_Handler>(name_, std::move(params));

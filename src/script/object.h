@@ -23,28 +23,7 @@ class CXArchive;
 // The texts that stand for $1, $2, ... while a block runs.
 using CodeParams = std::vector<CXString>;
 
-// What runs when a signal fires: a behaviour and the texts given to it. It never keeps the behaviour alive.
-class CMC_Handler : public CXObject {
-public:
-    CMC_Handler(CMC_Behaviour* behaviour, std::unique_ptr<CodeParams> params);
-    ~CMC_Handler() override;
-
-    CMC_Behaviour* getBehaviour() const { return behaviour_.get(); }  // null once the behaviour is gone
-    const CXString& getBehaviourName() const { return name_; }
-    const CodeParams* getParams() const { return params_.get(); }  // null: none
-
-    std::unique_ptr<CMC_Handler> copy() const;
-
-    // Binds a handler that a stored record named to the real behaviour.
-    void rebind(CMC_Behaviour* behaviour) { behaviour_ = behaviour; }
-    // A handler of that name, not bound yet.
-    CMC_Handler(CXString name, std::unique_ptr<CodeParams> params);
-
-private:
-    Ref<CMC_Behaviour> behaviour_;
-    CXString name_;
-    std::unique_ptr<CodeParams> params_;
-};
+class CMC_Handler;
 
 // The root of everything that a script can name.
 //
@@ -145,6 +124,29 @@ private:
     int clonesNo_ = 0;
     CMC_Scene* scene_ = nullptr;
     std::unique_ptr<CHashtable> handlers_;  // signal key to CMC_Handler, owned; made when first used
+};
+
+// What runs when a signal fires: a behaviour and the texts given to it. It never keeps the behaviour alive.
+class CMC_Handler : public CXObject {
+public:
+    CMC_Handler(CMC_Behaviour* behaviour, std::unique_ptr<CodeParams> params);
+    ~CMC_Handler() override;
+
+    CMC_Behaviour* getBehaviour() const;  // null once the behaviour is gone
+    const CXString& getBehaviourName() const { return name_; }
+    const CodeParams* getParams() const { return params_.get(); }  // null: none
+
+    std::unique_ptr<CMC_Handler> copy() const;
+
+    // Binds a handler that a stored record named to the real behaviour.
+    void rebind(CMC_Behaviour* behaviour);
+    // A handler of that name, not bound yet.
+    CMC_Handler(CXString name, std::unique_ptr<CodeParams> params);
+
+private:
+    Ref<CMC_Object> behaviour_;  // a CMC_Behaviour
+    CXString name_;
+    std::unique_ptr<CodeParams> params_;
 };
 
 // The signals that every object with signals has, and their places. Lists begin with these three.

@@ -98,7 +98,7 @@ void CMC_Timer::set(int ticks) {
 
 void CMC_Timer::setElapse(int milliseconds) {
     CTimerObject* timer = timers_ ? timers_->find(objectId()) : nullptr;
-    if (timer) timer->setPeriod(static_cast<unsigned>(std::max(0, milliseconds)));
+    if (timer) timer->period = static_cast<unsigned>(std::max(0, milliseconds));
 }
 
 void CMC_Timer::serialize(CXArchive* archive) {

@@ -43,7 +43,7 @@ CMC_Scene::CMC_Scene(CWindow* window, CMC_Scene* parent, CMElement* element, int
 CMC_Scene::~CMC_Scene() {
     CMC_Scene::unload(nullptr);
     if (CCollisionInspector* inspector = window_->getCollisionInspectorInterface())
-        for (CXObject* object : monitored_.elements())
+        for (void* object : monitored_.elements())
             inspector->removeMonitoredObject(static_cast<CGraphicsObject*>(object));
 }
 
@@ -185,17 +185,14 @@ CXString CMC_Scene::getMusicFilename() const {
     return parent_ ? parent_->getMusicFilename() : CXString();
 }
 
-void CMC_Scene::monitorCollisions(CGraphicsObject* object, bool alpha, CCollisionObserver* observer) {
-    CCollisionInspector* inspector = window_->getCollisionInspectorInterface();
-    inspector->addNotifier(observer);
-    inspector->addMonitoredObject(object, alpha);
+// Nobody observes collisions yet, so the observer is not told on.
+void CMC_Scene::monitorCollisions(CGraphicsObject* object, bool alpha, CCollisionObserver*) {
+    window_->getCollisionInspectorInterface()->addMonitoredObject(object, alpha);
     monitored_.add(object);
 }
 
-void CMC_Scene::removeMonitorCollisions(CGraphicsObject* object, CCollisionObserver* observer) {
-    CCollisionInspector* inspector = window_->getCollisionInspectorInterface();
-    inspector->removeNotifier(observer);
-    inspector->removeMonitoredObject(object);
+void CMC_Scene::removeMonitorCollisions(CGraphicsObject* object, CCollisionObserver*) {
+    window_->getCollisionInspectorInterface()->removeMonitoredObject(object);
     monitored_.remove(object);
 }
 

@@ -125,7 +125,7 @@ private:
     CMC_Scene* current_ = nullptr;
     CMC_Scene* pending_ = nullptr;
     CXVector history_;    // children in the order entered
-    CXVector monitored_;  // given to the collision inspector by this scene
+    CXArray monitored_;  // CGraphicsObject, given to the collision inspector by this scene
     std::vector<std::unique_ptr<CMC_DLLExModuleInterface>> extensions_;
     CXString draggedName_;
     CXString savedUnitName_;

@@ -27,7 +27,7 @@ CMC_Variable* run(const MethodCall& c) {
 
 // The clones of an object, by the numbers in their names.
 template <class Action>
-void forClones(const MethodCall& c, const CMC_Object* object, int from, int to, Action action) {
+void forClones(const CMC_Object* object, int from, int to, Action action) {
     const CXString name = object->getName() + "_";
     for (std::int64_t i = from; i <= to; ++i) action(name + CXString::toString(static_cast<int>(i)));
 }
@@ -50,7 +50,7 @@ CMC_Variable* runClones(const MethodCall& c) {
     const Ref<CMC_Behaviour> block(static_cast<CMC_Behaviour*>(found));
     CodeParams params = getParams(c.runner, c.scene, c.params, 4);
     params.emplace(params.begin());
-    forClones(c, object, from, to, [&](const CXString& clone) {
+    forClones(object, from, to, [&](const CXString& clone) {
         params.front() = clone;
         if (block) block->run(nullptr, &params, false);
     });
@@ -68,8 +68,7 @@ CMC_Variable* removeClones(const MethodCall& c) {
     const int from = c.integer(1) == -1 ? 1 : c.integer(1);
     const int to = c.integer(2) == -1 ? object->getClonesNo() : c.integer(2);
     const ScriptScope scope;
-    forClones(c, object, from, to,
-              [&c](const CXString& clone) { CMC_Scene::discard(c.scene->getObject(clone.c_str())); });
+    forClones(object, from, to, [&c](const CXString& clone) { CMC_Scene::discard(c.scene->getObject(clone.c_str())); });
     return nullptr;
 }
 
