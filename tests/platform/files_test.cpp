@@ -2,12 +2,11 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "platform/files.h"
 
+#include <filesystem>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
-
-#include <filesystem>
-#include <fstream>
 
 #include "platform/headless/code_page.h"
 #include "platform/headless/headless.h"
@@ -25,7 +24,8 @@ std::span<const std::byte> bytes(std::string_view text) { return std::as_bytes(s
 
 std::string names(const std::vector<platform::FileEntry>& entries) {
     std::string result;
-    for (const auto& entry : entries) result += (result.empty() ? "" : " ") + entry.name + (entry.isFolder ? "/" : "");
+    for (const auto& entry : entries)
+        result += (result.empty() ? "" : " ") + entry.name + (entry.isFolder ? "/" : "");
     return result;
 }
 
@@ -54,27 +54,30 @@ TEST_F(Files, NamesAreFoundInAnyCaseOfLetters) {
     const std::string folder = host.files.currentFolder();
     const std::string aboveRoot = "..\\..\\..\\..\\..\\..\\..\\..\\" + folder.substr(3) + "\\Obraz.IMG";
 
+    const std::string smallDrive = "c" + folder.substr(1);
+    const std::string otherDrive = "D" + folder.substr(1);
+    const std::string zeroInside("obraz.img\0", 10);
     const struct {
         const char* what;
         std::string name;
         const char* content;
     } rows[] = {
-        {"below the current folder",   "obraz.img",                             "picture"},
-        {"up and down, and slashes",   "..\\./SCENA//Obraz.img",                "picture"},
-        {"over a folder that is none", "..\\NOSUCH\\..\\scena\\OBRAZ.img",      "picture"},
-        {"absolute",                   folder + "\\OBRAZ.IMG",                  "picture"},
-        {"absolute, small drive",      "c" + folder.substr(1) + "\\OBRAZ.IMG",  "picture"},
-        {"absolute without drive",     folder.substr(2) + "\\obraz.img",        "picture"},
-        {"another drive",              "D" + folder.substr(1) + "\\Obraz.IMG",  "(none)" },
-        {"above the root",             "..\\..\\..\\..\\..\\..\\..\\..\\" + folder.substr(3) + "\\Obraz.IMG", "picture"},
-        {"letters outside of ASCII",   "..\\\xAF\xD3\xB3W.TXT",                 "polish" },
-        {"no UTF-8 on the disk",       "..\\OLD\xA5.txt",                       "raw"    },
-        {"stand-in character",         "..\\_X.txt",                            "foreign"},
-        {"exact spelling first",       "..\\pair.txt",                          "lower"  },
-        {"else the first by bytes",    "..\\Pair.txt",                          "upper"  },
-        {"a folder is no file",        "..\\Scena",                             "(none)" },
-        {"nothing",                    "",                                      "(none)" },
-        {"a zero byte",                std::string("obraz.img\0", 10),          "(none)" },
+        {"below the current folder",   "obraz.img",                        "picture"},
+        {"up and down, and slashes",   "..\\./SCENA//Obraz.img",           "picture"},
+        {"over a folder that is none", "..\\NOSUCH\\..\\scena\\OBRAZ.img", "picture"},
+        {"absolute",                   folder + "\\OBRAZ.IMG",             "picture"},
+        {"absolute, small drive",      smallDrive + "\\OBRAZ.IMG",         "picture"},
+        {"absolute without drive",     folder.substr(2) + "\\obraz.img",   "picture"},
+        {"another drive",              otherDrive + "\\Obraz.IMG",         "(none)" },
+        {"above the root",             aboveRoot,                          "picture"},
+        {"letters outside of ASCII",   "..\\\xAF\xD3\xB3W.TXT",            "polish" },
+        {"no UTF-8 on the disk",       "..\\OLD\xA5.txt",                  "raw"    },
+        {"stand-in character",         "..\\_X.txt",                       "foreign"},
+        {"exact spelling first",       "..\\pair.txt",                     "lower"  },
+        {"else the first by bytes",    "..\\Pair.txt",                     "upper"  },
+        {"a folder is no file",        "..\\Scena",                        "(none)" },
+        {"nothing",                    "",                                 "(none)" },
+        {"a zero byte",                zeroInside,                         "(none)" },
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.what);
@@ -109,19 +112,19 @@ TEST_F(Files, FindIsOrderedAndTakesWildcards) {
         const char* pattern;
         const char* found;
     } rows[] = {
-        {"*",           ".hidden A.+zoo/ A.txt A2.txt b.TXT c d.tar.gz \xA5.txt"},
-        {"*.*",         ".hidden A.+zoo/ A.txt A2.txt b.TXT c d.tar.gz \xA5.txt"},
-        {"a.*",         "A.+zoo/ A.txt"                                         },
-        {"C.*",         "c"                                                     },
-        {"?.TXT",       "A.txt b.TXT \xA5.txt"                                  },
-        {"\xB9.*",      "\xA5.txt"                                              },
-        {"*a*.*z",      "d.tar.gz"                                              },
-        {"..\\F\\B.*",  "b.TXT"                                                 },
-        {"*.nosuch",    ""                                                      },
-        {"nosuch\\*",   ""                                                      },
-        {"A.+ZOO",      "A.+zoo/"                                               },
-        {"A.+zoo\\",    ""                                                      },
-        {"",            ""                                                      },
+        {"*",          ".hidden A.+zoo/ A.txt A2.txt b.TXT c d.tar.gz \xA5.txt"},
+        {"*.*",        ".hidden A.+zoo/ A.txt A2.txt b.TXT c d.tar.gz \xA5.txt"},
+        {"a.*",        "A.+zoo/ A.txt"                                         },
+        {"C.*",        "c"                                                     },
+        {"?.TXT",      "A.txt b.TXT \xA5.txt"                                  },
+        {"\xB9.*",     "\xA5.txt"                                              },
+        {"*a*.*z",     "d.tar.gz"                                              },
+        {"..\\F\\B.*", "b.TXT"                                                 },
+        {"*.nosuch",   ""                                                      },
+        {"nosuch\\*",  ""                                                      },
+        {"A.+ZOO",     "A.+zoo/"                                               },
+        {"A.+zoo\\",   ""                                                      },
+        {"",           ""                                                      },
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.pattern);
@@ -158,14 +161,14 @@ TEST_F(Files, OpenKeepsTheSpellingOfWhatExists) {
         bool opens;
         const char* path;  // where "new" then stands
     } rows[] = {
-        {"written over",             "DANE\\SAVE.TXT",   "wb",  true,  "Dane/Save.txt"  },
-        {"a new one, as given",      "DANE\\New.TXT",    "w+b", true,  "Dane/New.TXT"   },
-        {"Polish letters as UTF-8",  "dane\\\xBF.txt",   "ab",  true,  "Dane/\xC5\xBC.txt"},
-        {"missing, to be read",      "dane\\no.txt",     "r+b", false, nullptr          },
-        {"in a missing folder",      "nosuch\\new.txt",  "wb",  false, nullptr          },
-        {"a folder",                 "DANE",             "wb",  false, nullptr          },
-        {"a folder to be read",      "DANE",             "rb",  false, nullptr          },
-        {"the root",                 "C:\\",             "wb",  false, nullptr          },
+        {"written over",            "DANE\\SAVE.TXT",  "wb",  true,  "Dane/Save.txt"    },
+        {"a new one, as given",     "DANE\\New.TXT",   "w+b", true,  "Dane/New.TXT"     },
+        {"Polish letters as UTF-8", "dane\\\xBF.txt",  "ab",  true,  "Dane/\xC5\xBC.txt"},
+        {"missing, to be read",     "dane\\no.txt",    "r+b", false, nullptr            },
+        {"in a missing folder",     "nosuch\\new.txt", "wb",  false, nullptr            },
+        {"a folder",                "DANE",            "wb",  false, nullptr            },
+        {"a folder to be read",     "DANE",            "rb",  false, nullptr            },
+        {"the root",                "C:\\",            "wb",  false, nullptr            },
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.what);
@@ -244,7 +247,8 @@ TEST(CodePage, EveryCharacterComesBack) {
         {"behind the last",    "\xF4\x90\x80\x80"},
         {"a lone follower",    "\x80"            },
     };
-    for (const auto& row : rows) EXPECT_EQ(headless::fromUtf8(row.text), row.text) << row.what;
+    for (const auto& row : rows)
+        EXPECT_EQ(headless::fromUtf8(row.text), row.text) << row.what;
 }
 
 TEST(CodePage, CaseFollowsTheAlphabet) {

@@ -1,0 +1,49 @@
+// SPDX-FileCopyrightText: 2026 The Proscenium authors
+// SPDX-License-Identifier: GPL-2.0-or-later
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace host {
+
+enum class EventKind {
+    move,
+    leftDown,
+    leftUp,
+    leftDouble,
+    middleDown,
+    middleUp,
+    rightDown,
+    rightUp,
+    keyDown,
+    keyUp,
+    capsLock,
+    active,
+    close
+};
+
+struct Event {
+    std::uint32_t frame = 0;  // the frame before which it goes in, from 1
+    EventKind kind = EventKind::move;
+    int first = 0;   // x; the scan code, 0 to 255; 0 or 1 for capsLock and active
+    int second = 0;  // y
+
+    bool operator==(const Event&) const = default;
+};
+
+struct InputFile {
+    std::vector<Event> events;  // in ascending order of frames
+    int errorLine = 0;          // from 1; 0: the file is right
+    std::string error;
+};
+
+// Reads a text with an event a line. At the first line that doesn't fit it stops.
+InputFile parseInput(std::string_view text);
+
+// The line of an event, with its end, as `parseInput` reads it.
+std::string inputLine(const Event& event);
+
+}  // namespace host

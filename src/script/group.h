@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 The Proscenium authors
+// SPDX-License-Identifier: GPL-2.0-or-later
+#pragma once
+
+#include <vector>
+
+#include "script/object.h"
+#include "script/runner.h"
+
+// GROUP: a named set of scene objects. A method that the group doesn't know goes to all its members. It owns none of
+// them, and a member that dies is a member no more.
+class CMC_Groupped : public CMC_Object {
+public:
+    using CMC_Object::clone;
+
+    static constexpr int kType = 3000;
+
+    CMC_Groupped(CMC_Scene* scene, CMElement* element);
+    CMC_Groupped(CXString name, CMC_Scene* scene);
+
+    void add(CMC_Object* object);   // unless it is a member already
+    void join(CMC_Object* object) { add(object); }
+    void remove(CMC_Object* object);
+    void removeAll() { members_.clear(); }
+    int getSize();
+    CMC_Object* get(int index);  // null outside the group
+    // The members that live, as they stand.
+    std::vector<CMC_Object*> getList();
+
+    CXObject* clone() override;  // "cloned", with the same members
+    std::span<const std::string_view> getBehavioursList() const override;
+
+private:
+    void forgetTheDead();
+
+    std::vector<Ref<CMC_Object>> members_;
+};
+
+class CMC_Groupped_Runner : public CMC_Runner {
+public:
+    void prepareMthHashSet() override;
+    using CMC_Runner::run;
+    CMC_Variable* run(CXString name, CMC_Object* object, CMC_Scene* scene, CXVector* params) override;
+};

@@ -1,0 +1,31 @@
+// SPDX-FileCopyrightText: 2026 The Proscenium authors
+// SPDX-License-Identifier: GPL-2.0-or-later
+#pragma once
+
+#include <memory>
+
+class CXObject;
+
+// While one of these lives, script is running. Everything that calls into script code holds one: objects that a script
+// removes meanwhile are destroyed when the outermost one ends, so that code never runs on a dead object.
+class ScriptScope {
+public:
+    ScriptScope() { ++depth_; }
+    ~ScriptScope() {
+        if (--depth_ == 0) end();
+    }
+    ScriptScope(const ScriptScope&) = delete;
+    ScriptScope& operator=(const ScriptScope&) = delete;
+
+    static int depth() { return depth_; }
+    // False when the script is nested so deeply that it must not go further; says so once for each outermost run.
+    static bool mayEnter();
+
+private:
+    static void end();
+
+    static inline int depth_ = 0;
+};
+
+// Destroys the object when no script is running, else at the end of the outermost run; in the order of the calls.
+void destroyLate(std::unique_ptr<CXObject> object);

@@ -1,0 +1,77 @@
+// SPDX-FileCopyrightText: 2026 The Proscenium authors
+// SPDX-License-Identifier: GPL-2.0-or-later
+#include "script/runner_factory.h"
+
+#include <algorithm>
+#include <array>
+
+#include "definition/cnv_loader.h"
+#include "script/array.h"
+#include "script/behaviour_runner.h"
+#include "script/condition.h"
+#include "script/dummy_runner.h"
+#include "script/group.h"
+#include "script/rand.h"
+#include "script/system.h"
+#include "script/timer.h"
+#include "script/variable_runner.h"
+#include "structure/application.h"
+#include "structure/episode.h"
+#include "structure/scene_runner.h"
+
+using Owned = std::unique_ptr<CMC_Runner>;
+
+Owned CMC_RunnerFactory::pDummyRunner, CMC_RunnerFactory::pVariableRunner, CMC_RunnerFactory::pConditionRunner,
+    CMC_RunnerFactory::pBehaviourRunner, CMC_RunnerFactory::pRandRunner, CMC_RunnerFactory::pAppRunner,
+    CMC_RunnerFactory::pEpisodeRunner, CMC_RunnerFactory::pSceneRunner, CMC_RunnerFactory::pTimerRunner,
+    CMC_RunnerFactory::pGroupRunner, CMC_RunnerFactory::pArrayRunner, CMC_RunnerFactory::pSystemRunner,
+    CMC_RunnerFactory::pCNVLoaderRunner;
+
+namespace {
+
+struct RunnerRow {
+    int type;
+    Owned* runner;
+};
+
+constexpr std::array kRunners = {
+#define SCRIPT_TYPE(number, text, keyword, pass, class, runner) RunnerRow{number, &CMC_RunnerFactory::runner},
+#define LATER_TYPE(number, text, keyword, pass)
+#include "script/script_types.def"
+#undef SCRIPT_TYPE
+#undef LATER_TYPE
+};
+static_assert(std::ranges::is_sorted(kRunners, {}, &RunnerRow::type));
+
+template <class T>
+void make(Owned& runner) {
+    runner = std::make_unique<T>();
+    runner->prepareMthHashSet();
+}
+
+}  // namespace
+
+void CMC_RunnerFactory::initialize() {
+    make<CMC_Dummy_Runner>(pDummyRunner);
+    make<CMC_Variable_Runner>(pVariableRunner);
+    make<CMC_BasicCondition_Runner>(pConditionRunner);
+    make<CMC_Behaviour_Runner>(pBehaviourRunner);
+    make<CMC_Rand_Runner>(pRandRunner);
+    make<CMC_Application_Runner>(pAppRunner);
+    make<CMC_Episode_Runner>(pEpisodeRunner);
+    make<CMC_Scene_Runner>(pSceneRunner);
+    make<CMC_Timer_Runner>(pTimerRunner);
+    make<CMC_Groupped_Runner>(pGroupRunner);
+    make<CMC_Array_Runner>(pArrayRunner);
+    make<CMC_System_Runner>(pSystemRunner);
+    make<CMC_CNVLoader_Runner>(pCNVLoaderRunner);
+}
+
+void CMC_RunnerFactory::done() {
+    for (const RunnerRow& row : kRunners) row.runner->reset();
+}
+
+CMC_Runner* CMC_RunnerFactory::getRunner(int type) {
+    const auto* row = std::ranges::lower_bound(kRunners, type, {}, &RunnerRow::type);
+    return row != kRunners.end() && row->type == type ? row->runner->get() : nullptr;
+}

@@ -1,0 +1,218 @@
+// SPDX-FileCopyrightText: 2026 The Proscenium authors
+// SPDX-License-Identifier: GPL-2.0-or-later
+// The host as a process, seen from outside.
+#include <algorithm>
+#include <fcntl.h>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <sstream>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "platform/headless/headless.h"
+#include "platform/host/outputs.h"
+#include "platform/host/picture.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string contentOf(const fs::path& path) {
+    std::ifstream stream(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+constexpr const char* kDefinition =
+    "OBJECT=APP\nAPP:TYPE=APPLICATION\nAPP:EPISODES=EP\nAPP:STARTWITH=EP\nAPP:PATH=APP\n"
+    "OBJECT=EP\nEP:TYPE=EPISODE\nEP:SCENES=S\nEP:STARTWITH=S\nEP:PATH=EP\n"
+    "OBJECT=S\nS:TYPE=SCENE\nS:PATH=S\n";
+
+struct Outcome {
+    int status = -1;
+    std::string out;
+    std::string err;
+};
+
+// A folder with an application "app" in it, from which the host is called.
+class Host : public testing::Test {
+protected:
+    Host() { write("app/Dane/application.def", kDefinition); }
+
+    fs::path at(const std::string& path) const { return fs::path(disk_.folder()) / path; }
+    void write(const std::string& path, std::string_view content) { ASSERT_TRUE(disk_.write(path, content)); }
+    void scene(std::string_view text) { write("app/Dane/S/S.cnv", text); }
+
+    // Words between blanks.
+    Outcome run(const std::string& line) const {
+        std::vector<std::string> words{PROSCENIUM_HOST};
+        std::istringstream stream(line);
+        for (std::string word; stream >> word;)
+            words.push_back(word);
+        std::vector<char*> arguments;
+        for (std::string& word : words)
+            arguments.push_back(word.data());
+        arguments.push_back(nullptr);
+        const pid_t child = fork();
+        if (child == 0) {
+            if (chdir(disk_.folder().c_str()) != 0) _exit(126);
+            dup2(open("out", O_WRONLY | O_CREAT | O_TRUNC, 0600), 1);
+            dup2(open("err", O_WRONLY | O_CREAT | O_TRUNC, 0600), 2);
+            execv(arguments[0], arguments.data());
+            _exit(127);
+        }
+        int status = 0;
+        waitpid(child, &status, 0);
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contentOf(at("out")), contentOf(at("err"))};
+    }
+
+    void expectRefusal(const std::string& line, const std::string& named) const {
+        SCOPED_TRACE(line);
+        const Outcome result = run(line);
+        EXPECT_EQ(result.status, 2);
+        EXPECT_EQ(result.out, "");
+        EXPECT_NE(result.err.find(named), std::string::npos) << result.err;
+        EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;
+    }
+
+    headless::HeadlessPlatform disk_;
+};
+
+}  // namespace
+
+TEST_F(Host, FoldersThatHoldNoApplicationAreRefused) {
+    write("file", "");
+    fs::create_directory(at("empty"));
+    fs::create_directory(at("nodef"));
+    write("nodef/DANE/readme.txt", "");
+    fs::create_directories(at("odd/Dane/application.def"));
+    expectRefusal("nosuch --headless", "nosuch");
+    expectRefusal("file --headless", "file");
+    expectRefusal("empty --headless", "empty");
+    expectRefusal("nodef --headless", "nodef");
+    expectRefusal("odd --headless", "odd");
+    expectRefusal("app", "--headless");
+    if (geteuid() == 0) GTEST_SKIP() << "nothing is forbidden to root";
+    fs::permissions(at("app/Dane"), fs::perms(0));
+    expectRefusal("app --headless", "Dane");
+    fs::permissions(at("app/Dane"), fs::perms(0755));
+}
+
+TEST_F(Host, FoldersAreKnownInAnyCaseOfLetters) {
+    write("up/DANE/APPLICATION.DEF", kDefinition);
+    const Outcome result = run("up --headless --frames 1");
+    EXPECT_EQ(result.status, 0) << result.err;
+}
+
+TEST_F(Host, FilesOfOptionsAreTriedBeforeAnythingRuns) {
+    scene("OBJECT=__INIT__\n__INIT__:TYPE=BEHAVIOUR\n__INIT__:CODE={@MSGBOX(\"ran\");}\n");
+    write("bad.txt", "1 move 2 3\n1 mouve 2 3\n");
+    write("kept.png", "kept");
+    expectRefusal("app --headless --input nosuch.txt", "nosuch.txt");
+    expectRefusal("app --headless --input app", "app");
+    expectRefusal("app --headless --input bad.txt", "bad.txt:2");
+    expectRefusal("app --headless --record nosuch/r.txt", "nosuch/r.txt");
+    expectRefusal("app --headless --hashes app", "app");
+    expectRefusal("app --headless --shot 1:kept.png --shot 1:nosuch/a.png", "nosuch/a.png");
+    EXPECT_EQ(contentOf(at("kept.png")), "kept");
+    EXPECT_FALSE(fs::exists(at("r.txt")));
+}
+
+TEST_F(Host, AFullDiskIsTold) {
+    if (!fs::exists("/dev/full")) GTEST_SKIP();
+    const Outcome result = run("app --headless --frames 3 --hashes /dev/full");
+    EXPECT_EQ(result.status, 2);
+    EXPECT_NE(result.err.find("/dev/full"), std::string::npos) << result.err;
+}
+
+TEST_F(Host, LeavesAfterTheFramesOrWhenClosed) {
+    write("in.txt", "2 move 1 2\n4 close\n5 move 0 0\n");
+    EXPECT_EQ(run("app --headless --frames 3 --hashes h.txt --input in.txt --record r.txt").status, 0);
+    const std::string three = contentOf(at("h.txt"));
+    EXPECT_EQ(std::count(three.begin(), three.end(), '\n'), 3);
+
+    const Outcome closed =
+        run("app --headless --hashes h.txt --input in.txt --record r.txt --shot 3:3.png --shot 4:4.png");
+    EXPECT_EQ(closed.status, 0) << closed.err;
+    EXPECT_EQ(contentOf(at("h.txt")), three) << "the frame of the close is not run";
+    EXPECT_TRUE(fs::exists(at("3.png")));
+    EXPECT_FALSE(fs::exists(at("4.png")));
+    EXPECT_NE(closed.err.find("4.png"), std::string::npos) << closed.err;
+
+    const std::string record = contentOf(at("r.txt"));
+    EXPECT_TRUE(record.ends_with("\n2 move 1 2\n4 close\n")) << record;
+    EXPECT_EQ(run("app --headless --input r.txt --record again.txt --hashes h2.txt").status, 0);
+    EXPECT_EQ(contentOf(at("h2.txt")), three);
+    const std::string again = contentOf(at("again.txt"));
+    EXPECT_TRUE(again.ends_with("\n2 move 1 2\n4 close\n")) << again;
+}
+
+TEST_F(Host, MessagesComeOutAsOneLineOfUtf8) {
+    scene("OBJECT=__INIT__\n__INIT__:TYPE=BEHAVIOUR\n__INIT__:CODE={@MSGBOX(\"za\xBF\xF3\xB3\xE6\",\"b\");}\n");
+    const Outcome result = run("app --headless --frames 1");
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_NE(result.out.find("message: Message: za\xC5\xBC\xC3\xB3\xC5\x82\xC4\x87, b\n"), std::string::npos)
+        << result.out;
+}
+
+TEST_F(Host, ADisplayThatCannotBeMadeIsStatusOne) {
+    for (const char* size : {"-res 640", "-res 0 0", "-res -5 100", "-res 99999 99999", "-window -res 0 0"}) {
+        SCOPED_TRACE(size);
+        const Outcome result = run("app --headless --frames 1 " + std::string(size));
+        EXPECT_EQ(result.status, 1);
+        EXPECT_NE(result.err.find("display"), std::string::npos) << result.err;
+    }
+    EXPECT_EQ(run("app --headless --frames 1 -window -res 64 48 --shot last:s.png").status, 0);
+    EXPECT_EQ(contentOf(at("s.png")).substr(16, 8), std::string("\0\0\0\x40\0\0\0\x30", 8)) << "the picture's size";
+}
+
+TEST_F(Host, TheApplicationsLastWordsAreWritten) {
+    scene(
+        "OBJECT=N\nN:TYPE=INTEGER\nN:TOINI=TRUE\nN:VALUE=1\n"
+        "OBJECT=A\nA:TYPE=STRING\nA:ONDONE=DIE\n"
+        "OBJECT=DIE\nDIE:TYPE=BEHAVIOUR\nDIE:CODE={@MSGBOX(\"done\");}\n"
+        "OBJECT=__INIT__\n__INIT__:TYPE=BEHAVIOUR\n__INIT__:CODE={N^SET(7);}\n");
+    const Outcome result = run("app --headless --frames 2 --config my.ini");
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_NE(result.out.find("message: Message: done\n"), std::string::npos) << result.out;
+    EXPECT_NE(contentOf(at("app/my.ini")).find("7"), std::string::npos);
+}
+
+TEST(Picture, ChannelsCanBeReadBack) {
+    for (const int depth : {15, 16}) {
+        headless::MemoryDisplay display(depth);
+        ASSERT_TRUE(display.open(256, depth == 15 ? 128 : 256));
+        std::vector<std::uint16_t> pixels(display.screen().size());
+        for (std::size_t i = 0; i < pixels.size(); ++i)
+            pixels[i] = static_cast<std::uint16_t>(i);
+        display.present(pixels, {0, 0, 256, 256});
+        const std::vector<std::uint8_t> rgb = host::rgbOf(display);
+        ASSERT_EQ(rgb.size(), pixels.size() * 3);
+        for (std::size_t i = 0; i < pixels.size(); ++i) {
+            const unsigned red = rgb[3 * i];
+            const unsigned green = rgb[3 * i + 1];
+            const unsigned blue = rgb[3 * i + 2];
+            const unsigned back = depth == 15 ? (red >> 3) << 10 | (green >> 3) << 5 | blue >> 3
+                                              : (red >> 3) << 11 | (green >> 2) << 5 | blue >> 3;
+            ASSERT_EQ(back, i) << depth;
+        }
+        EXPECT_EQ(rgb[rgb.size() - 3], 255) << "white is white";
+        EXPECT_EQ(rgb.back(), 255);
+    }
+}
+
+TEST(Picture, PresentIsClippedToTheScreen) {
+    headless::MemoryDisplay display(16);
+    ASSERT_TRUE(display.open(3, 2));
+    const std::vector<std::uint16_t> pixels{1, 2, 3, 4, 5, 6};
+    display.present(pixels, {1, 1, 2, 2});
+    EXPECT_EQ(std::vector<std::uint16_t>(display.screen().begin(), display.screen().end()),
+              (std::vector<std::uint16_t>{0, 0, 0, 0, 5, 0}));
+    display.present(pixels, {2, -9, 99, 1});
+    display.present(pixels, {2, 0, 1, 2});
+    display.present(std::vector<std::uint16_t>(5, 9), {0, 0, 3, 2});
+    EXPECT_EQ(std::vector<std::uint16_t>(display.screen().begin(), display.screen().end()),
+              (std::vector<std::uint16_t>{0, 0, 3, 0, 5, 0}));
+    // FNV-1a over the bytes 0 0 0 0 3 0 0 0 5 0 0 0, by another program.
+    EXPECT_EQ(host::hashOf(display), 0x937273CA255E7903U);
+}

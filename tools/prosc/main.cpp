@@ -1,0 +1,111 @@
+// SPDX-FileCopyrightText: 2026 The Proscenium authors
+// SPDX-License-Identifier: GPL-2.0-or-later
+#include <CLI/CLI.hpp>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <fmt/format.h>
+#include <fstream>
+#include <iterator>
+
+#include "platform/headless/headless.h"
+#include "prosc/commands.h"
+
+// The authors' command: one subcommand for each thing that can be done with a stored file.
+namespace {
+
+constexpr int kBadFile = 1;
+constexpr int kWrongUse = 2;
+
+struct Arguments {
+    std::string file;
+    std::string output;  // "": beside the source
+};
+
+int fail(const std::string& file, const std::string& what) {
+    fmt::print(stderr, "prosc: {}: {}\n", file, what);
+    return kBadFile;
+}
+
+std::optional<std::string> contentOf(const std::string& file) {
+    if (std::filesystem::is_directory(file)) {
+        errno = EISDIR;
+        return std::nullopt;
+    }
+    std::ifstream stream(file, std::ios::binary);
+    if (!stream) return std::nullopt;
+    return std::string(std::istreambuf_iterator<char>(stream), {});
+}
+
+// Beside the old file and then over it, so that a full disk costs nothing that stood there.
+bool replaceFile(const std::string& file, std::string_view content) {
+    const std::string temporary = file + ".new";
+    std::ofstream stream(temporary, std::ios::binary | std::ios::trunc);
+    stream << content;
+    stream.close();
+    if (stream && std::rename(temporary.c_str(), file.c_str()) == 0) return true;
+    const int error = errno;
+    std::remove(temporary.c_str());
+    errno = error;
+    return false;
+}
+
+// Turns one file into another by `convert`; without -o the new one stands beside the old, with `suffix` at its end.
+int convertFile(const Arguments& arguments, prosc::Outcome (*convert)(std::string_view), const char* suffix) {
+    const auto source = contentOf(arguments.file);
+    if (!source) return fail(arguments.file, std::strerror(errno));
+    const prosc::Outcome outcome = convert(*source);
+    if (!outcome.result) return fail(arguments.file, outcome.error);
+    const std::string target = arguments.output.empty() ? arguments.file + suffix : arguments.output;
+    return replaceFile(target, *outcome.result) ? 0 : fail(target, std::strerror(errno));
+}
+
+int printInfo(const Arguments& arguments) {
+    const auto source = contentOf(arguments.file);
+    if (!source) return fail(arguments.file, std::strerror(errno));
+    const prosc::Outcome outcome = prosc::info(*source);
+    if (!outcome.result) return fail(arguments.file, outcome.error);
+    fmt::print("{}: {}", arguments.file, *outcome.result);
+    return 0;
+}
+
+CLI::App* addCommand(CLI::App& app, const char* name, const char* help, Arguments& arguments, bool hasOutput) {
+    CLI::App* command = app.add_subcommand(name, help);
+    command->set_help_flag("--help", "Print this help");
+    command->add_option("FILE", arguments.file, "The file to read")->required()->type_name("");
+    if (hasOutput) command->add_option("-o", arguments.output, "The file to write")->type_name("OUT");
+    return command;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    try {
+        Arguments arguments;
+        CLI::App app("Works on the files of Proscenium applications.", "prosc");
+        app.set_help_flag("--help", "Print this help");
+        app.set_version_flag("--version", "prosc " PROSCENIUM_VERSION, "Print the version");
+        app.require_subcommand(1);
+        const auto* code =
+            addCommand(app, "code", "Write a definition file in coded form, to FILE.coded", arguments, true);
+        const auto* decode =
+            addCommand(app, "decode", "Write a coded file in plain form, to FILE.decoded", arguments, true);
+        addCommand(app, "info", "Tell what a file holds", arguments, false);
+        app.footer("Exit status: 0 done, 1 for a file that can't be read, used or written, 2 for wrong use.");
+        try {
+            app.parse(argc, argv);
+        } catch (const CLI::ParseError& error) {
+            if (error.get_exit_code() == 0) return app.exit(error);
+            fmt::print(stderr, "prosc: {}\n", error.what());
+            return kWrongUse;
+        }
+        const headless::HeadlessPlatform platform(
+            {.folder = std::filesystem::current_path().string(), .messages = stderr, .debug = stderr});
+        if (code->parsed()) return convertFile(arguments, prosc::code, ".coded");
+        if (decode->parsed()) return convertFile(arguments, prosc::decode, ".decoded");
+        return printInfo(arguments);
+    } catch (const std::exception& error) {
+        fmt::print(stderr, "prosc: {}\n", error.what());
+        return kBadFile;
+    }
+}
