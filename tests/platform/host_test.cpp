@@ -28,7 +28,7 @@ constexpr const char* kDefinition =
     "OBJECT=EP\nEP:TYPE=EPISODE\nEP:SCENES=S\nEP:STARTWITH=S\nEP:PATH=EP\n"
     "OBJECT=S\nS:TYPE=SCENE\nS:PATH=S\n";
 
-struct Run {
+struct Outcome {
     int status = -1;
     std::string out;
     std::string err;
@@ -44,7 +44,7 @@ protected:
     void scene(std::string_view text) { write("app/Dane/S/S.cnv", text); }
 
     // Words between blanks.
-    Run run(const std::string& line) const {
+    Outcome run(const std::string& line) const {
         std::vector<std::string> words{PROSCENIUM_HOST};
         std::istringstream stream(line);
         for (std::string word; stream >> word;)
@@ -68,7 +68,7 @@ protected:
 
     void expectRefusal(const std::string& line, const std::string& named) const {
         SCOPED_TRACE(line);
-        const Run result = run(line);
+        const Outcome result = run(line);
         EXPECT_EQ(result.status, 2);
         EXPECT_EQ(result.out, "");
         EXPECT_NE(result.err.find(named), std::string::npos) << result.err;
@@ -100,7 +100,7 @@ TEST_F(Host, FoldersThatHoldNoApplicationAreRefused) {
 
 TEST_F(Host, FoldersAreKnownInAnyCaseOfLetters) {
     write("up/DANE/APPLICATION.DEF", kDefinition);
-    const Run result = run("up --headless --frames 1");
+    const Outcome result = run("up --headless --frames 1");
     EXPECT_EQ(result.status, 0) << result.err;
 }
 
@@ -120,7 +120,7 @@ TEST_F(Host, FilesOfOptionsAreTriedBeforeAnythingRuns) {
 
 TEST_F(Host, AFullDiskIsTold) {
     if (!fs::exists("/dev/full")) GTEST_SKIP();
-    const Run result = run("app --headless --frames 3 --hashes /dev/full");
+    const Outcome result = run("app --headless --frames 3 --hashes /dev/full");
     EXPECT_EQ(result.status, 2);
     EXPECT_NE(result.err.find("/dev/full"), std::string::npos) << result.err;
 }
@@ -131,7 +131,8 @@ TEST_F(Host, LeavesAfterTheFramesOrWhenClosed) {
     const std::string three = contentOf(at("h.txt"));
     EXPECT_EQ(std::count(three.begin(), three.end(), '\n'), 3);
 
-    const Run closed = run("app --headless --hashes h.txt --input in.txt --record r.txt --shot 3:3.png --shot 4:4.png");
+    const Outcome closed =
+        run("app --headless --hashes h.txt --input in.txt --record r.txt --shot 3:3.png --shot 4:4.png");
     EXPECT_EQ(closed.status, 0) << closed.err;
     EXPECT_EQ(contentOf(at("h.txt")), three) << "the frame of the close is not run";
     EXPECT_TRUE(fs::exists(at("3.png")));
@@ -148,7 +149,7 @@ TEST_F(Host, LeavesAfterTheFramesOrWhenClosed) {
 
 TEST_F(Host, MessagesComeOutAsOneLineOfUtf8) {
     scene("OBJECT=__INIT__\n__INIT__:TYPE=BEHAVIOUR\n__INIT__:CODE={@MSGBOX(\"za\xBF\xF3\xB3\xE6\",\"b\");}\n");
-    const Run result = run("app --headless --frames 1");
+    const Outcome result = run("app --headless --frames 1");
     EXPECT_EQ(result.status, 0) << result.err;
     EXPECT_NE(result.out.find("message: Message: za\xC5\xBC\xC3\xB3\xC5\x82\xC4\x87, b\n"), std::string::npos)
         << result.out;
@@ -157,7 +158,7 @@ TEST_F(Host, MessagesComeOutAsOneLineOfUtf8) {
 TEST_F(Host, ADisplayThatCannotBeMadeIsStatusOne) {
     for (const char* size : {"-res 640", "-res 0 0", "-res -5 100", "-res 99999 99999", "-window -res 0 0"}) {
         SCOPED_TRACE(size);
-        const Run result = run("app --headless --frames 1 " + std::string(size));
+        const Outcome result = run("app --headless --frames 1 " + std::string(size));
         EXPECT_EQ(result.status, 1);
         EXPECT_NE(result.err.find("display"), std::string::npos) << result.err;
     }
@@ -171,7 +172,7 @@ TEST_F(Host, TheApplicationsLastWordsAreWritten) {
         "OBJECT=A\nA:TYPE=STRING\nA:ONDONE=DIE\n"
         "OBJECT=DIE\nDIE:TYPE=BEHAVIOUR\nDIE:CODE={@MSGBOX(\"done\");}\n"
         "OBJECT=__INIT__\n__INIT__:TYPE=BEHAVIOUR\n__INIT__:CODE={N^SET(7);}\n");
-    const Run result = run("app --headless --frames 2 --config my.ini");
+    const Outcome result = run("app --headless --frames 2 --config my.ini");
     EXPECT_EQ(result.status, 0) << result.err;
     EXPECT_NE(result.out.find("message: Message: done\n"), std::string::npos) << result.out;
     EXPECT_NE(contentOf(at("app/my.ini")).find("7"), std::string::npos);

@@ -72,7 +72,7 @@ int printInfo(const Arguments& arguments) {
 CLI::App* addCommand(CLI::App& app, const char* name, const char* help, Arguments& arguments, bool hasOutput) {
     CLI::App* command = app.add_subcommand(name, help);
     command->set_help_flag("--help", "Print this help");
-    command->add_option("FILE", arguments.file, "The file to read")->required();
+    command->add_option("FILE", arguments.file, "The file to read")->required()->type_name("");
     if (hasOutput) command->add_option("-o", arguments.output, "The file to write")->type_name("OUT");
     return command;
 }
