@@ -167,15 +167,36 @@ TEST_F(Host, ADisplayThatCannotBeMadeIsStatusOne) {
 }
 
 TEST_F(Host, TheApplicationsLastWordsAreWritten) {
+    // The handler stands a level above, for one in the scene may be gone before the object that it is of.
+    write("app/Dane/EP/EP.cnv", "OBJECT=DIE\nDIE:TYPE=BEHAVIOUR\nDIE:CODE={@MSGBOX(\"done\");}\n");
     scene(
         "OBJECT=N\nN:TYPE=INTEGER\nN:TOINI=TRUE\nN:VALUE=1\n"
         "OBJECT=A\nA:TYPE=STRING\nA:ONDONE=DIE\n"
-        "OBJECT=DIE\nDIE:TYPE=BEHAVIOUR\nDIE:CODE={@MSGBOX(\"done\");}\n"
         "OBJECT=__INIT__\n__INIT__:TYPE=BEHAVIOUR\n__INIT__:CODE={N^SET(7);}\n");
     const Outcome result = run("app --headless --frames 2 --config my.ini");
     EXPECT_EQ(result.status, 0) << result.err;
     EXPECT_NE(result.out.find("message: Message: done\n"), std::string::npos) << result.out;
     EXPECT_NE(contentOf(at("app/my.ini")).find("7"), std::string::npos);
+}
+
+TEST_F(Host, TheDemoPlaysToItsEndAndAlwaysAlike) {
+    for (const char* copy : {"one", "two"})
+        fs::copy(PROSCENIUM_DEMO, at(copy), fs::copy_options::recursive);
+    const Outcome result = run("one --headless --hashes one.txt");
+    EXPECT_EQ(result.status, 0) << result.err;
+    const std::string values = contentOf(at("one/application.ini"));
+    EXPECT_NE(values.find("FOUND=25\r\n"), std::string::npos) << values;
+    EXPECT_NE(values.find("LIST=2.3.5.7.11.13."), std::string::npos) << values;
+    EXPECT_NE(values.find("-found\r\n"), std::string::npos) << values;
+    EXPECT_NE(values.find("COUNTDOWN=321\r\n"), std::string::npos) << values;
+    const std::string hashes = contentOf(at("one.txt"));
+    EXPECT_LT(std::count(hashes.begin(), hashes.end(), '\n'), 500) << "it leaves by itself";
+
+    EXPECT_EQ(run("two --headless --hashes two.txt").status, 0);
+    EXPECT_EQ(contentOf(at("two/application.ini")), values);
+    EXPECT_EQ(contentOf(at("two.txt")), hashes);
+    EXPECT_EQ(run("two --headless").status, 0);
+    EXPECT_NE(contentOf(at("two/application.ini")).find("TIMESPLAYED=2\r\n"), std::string::npos);
 }
 
 TEST(Picture, ChannelsCanBeReadBack) {
