@@ -71,7 +71,7 @@ void CApplication::preinitialize(const CXString& path) {
         if (c >= 'a' && c <= 'z') folder->GoTo(c - 'a');
         if (c >= 'A' && c <= 'Z') folder->GoTo(c - 'A');
     }
-    unitContainer_->setWorkingFolder(std::move(folder));
+    if (unitContainer_) unitContainer_->setWorkingFolder(std::move(folder));
 }
 
 bool CApplication::domodal() {

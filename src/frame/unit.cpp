@@ -88,6 +88,7 @@ bool CUnit6::done(CUnitData*, CMC_Scene*, CUnit6*) {
 }
 
 bool CUnit6::onStartDragging(CGraphicsObject* object, CXPoint point, void* control) {
+    if (!object || !canvas_) return false;
     dragging_ = true;
     startedByPress_ = true;
     dragControl_ = static_cast<CControl*>(control);
@@ -100,8 +101,17 @@ bool CUnit6::onStartDragging(CGraphicsObject* object, CXPoint point, void* contr
     return true;
 }
 
+// An object that has left the screen meanwhile may be gone altogether: its drag ends without it.
+bool CUnit6::loseGoneObject() {
+    if (draggedPriority_ == -1 || canvas_->GetPriority(draggedObject_) != -1) return false;
+    dragging_ = false;
+    draggedObject_ = nullptr;
+    dragControl_ = nullptr;
+    return true;
+}
+
 bool CUnit6::onDragging(CXPoint point) {
-    if (!dragging_) return false;
+    if (!dragging_ || loseGoneObject()) return false;
     draggedObject_->Move(point - draggedPoint_);
     draggedPoint_ = point;
     if (dragControl_) dragControl_->onDragging(point);
@@ -109,7 +119,7 @@ bool CUnit6::onDragging(CXPoint point) {
 }
 
 bool CUnit6::onEndDragging(CXPoint) {
-    if (!dragging_) return false;
+    if (!dragging_ || loseGoneObject()) return false;
     canvas_->SetPriority(draggedObject_, draggedPriority_);
     const CXPoint position = draggedObject_->GetPosition();
     CControl* control = dragControl_;
@@ -122,7 +132,7 @@ bool CUnit6::onEndDragging(CXPoint) {
 }
 
 void CUnit6::bringBackDraggingObjectPosition() {
-    if (!draggedObject_) return;
+    if (!draggedObject_ || loseGoneObject()) return;
     draggedObject_->Invalidate();
     draggedObject_->SetPosition(startPosition_);
     draggedObject_->Invalidate();

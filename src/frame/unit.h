@@ -105,6 +105,8 @@ public:
     void putOnCanvas(CGraphicsObject* object, CMElement* element);
 
 private:
+    bool loseGoneObject();
+
     CXString name_;
     bool dragging_ = false;
     bool draggingMode_ = false;

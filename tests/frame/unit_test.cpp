@@ -68,7 +68,6 @@ TEST(UnitContainer, AloneItHoldsTheDefaultUnit) {
     EXPECT_EQ(container.getCurrentUnit(), nullptr);
     EXPECT_EQ(unit->getUnitName(), "Default");
     container.initialize(-2, true);
-    stage.window->ChDir(stage.platform.files.currentFolder().c_str());
     CUnitContainer6 second(stage.window.get());
     second.initialize(0, false);
     EXPECT_EQ(second.getCurrentUnit(), second.find("H"));
@@ -182,6 +181,21 @@ TEST(Unit, DragsEndByReleaseOrByTheNextClick) {
         stage.window->OnMouseMove({0, 0}, 0);
         EXPECT_EQ(object.GetPosition(), CXPoint(110, 98));
     }
+}
+
+TEST(Unit, ADraggedObjectMayDie) {
+    FrameStage stage;
+    stage.window->CreateSurface();
+    CUnit6 unit(stage.window.get(), "U");
+    auto object = std::make_unique<CGraphicsObject>(stage.window.get(), CXSize(10, 10), 16);
+    unit.getCanvas()->put(object.get(), 3);
+    EXPECT_TRUE(unit.onStartDragging(object.get(), {0, 0}, nullptr));
+    object.reset();
+    EXPECT_FALSE(unit.onDragging({5, 5}));
+    EXPECT_FALSE(unit.isDragging());
+    EXPECT_FALSE(unit.onEndDragging({5, 5}));
+    unit.bringBackDraggingObjectPosition();
+    EXPECT_FALSE(unit.onStartDragging(nullptr, {0, 0}, nullptr));
 }
 
 TEST(Unit, TabWalksRoundTheEditBoxes) {
