@@ -45,13 +45,13 @@ struct Workload {
 // In the scene: INTEGERs A and B, a STRING N that holds a name, and C, an INTEGER with handlers. In Lua: globals of the
 // same names, for any script can reach what a scene holds.
 constexpr Workload kWorkloads[] = {
-    {"bound_call", "A^ADD(1);", "a:add(1)"},
-    {"nested_call", "A^SET(B^GET());", "a:set(b:get())"},
-    {"expression", "A^SET([B+A*2]);", "a:set((b.value + a.value) * 2)"},
-    {"call_by_name", "*N^ADD(1);", "_G[n.value]:add(1)"},
-    {"if_block", "@IF(\"A\",_,1,{B^ADD(1);});", "if a.value == 1 then b:add(1) end"},
-    {"loop", "@LOOP({A^ADD(_I_);},0,1000,1);", "for i = 0, 999 do a:add(i) end", 1, 1000},
-    {"signal", "C^ADD(1);", "c:add(1)"},
+    {"bound_call",   "A^ADD(1);",                      "a:add(1)"                         },
+    {"nested_call",  "A^SET(B^GET());",                "a:set(b:get())"                   },
+    {"expression",   "A^SET([B+A*2]);",                "a:set((b.value + a.value) * 2)"   },
+    {"call_by_name", "*N^ADD(1);",                     "_G[n.value]:add(1)"               },
+    {"if_block",     "@IF(\"A\",_,1,{B^ADD(1);});",    "if a.value == 1 then b:add(1) end"},
+    {"loop",         "@LOOP({A^ADD(_I_);},0,1000,1);", "for i = 0, 999 do a:add(i) end",    1, 1000},
+    {"signal",          "C^ADD(1);",                                          "c:add(1)"                                                                     },
 };
 
 std::string sceneText() {

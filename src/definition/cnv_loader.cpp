@@ -34,7 +34,7 @@ CMC_CNVLoader::CMC_CNVLoader(CWindow* window, CMC_Scene* scene) : CMC_Object("CN
 void CMC_CNVLoader::load(CXString fileName) {
     CMC_Scene* scene = getScene();
     const std::unique_ptr<CMElements> elements(CMElementsLoader::load(window_, fileName));
-    if (!elements || elements->isEmpty() || scene->getObject(fileName.c_str())) return;
+    if (!elements || elements->isEmpty() || scene->lookUp(fileName.view())) return;
     const ScriptScope scope;
     auto group = std::make_unique<CMC_Groupped>(fileName, scene);
     for (CXObject* element : elements->elements()) {
@@ -51,13 +51,13 @@ void CMC_CNVLoader::load(CXString fileName) {
 
 void CMC_CNVLoader::release(CXString fileName) {
     CMC_Scene* scene = getScene();
-    CMC_Object* found = scene->getObject(fileName.c_str());
+    CMC_Object* found = scene->lookUp(fileName.view());
     if (found == nullptr || found->getType() != CMC_Groupped::kType) return;
     const ScriptScope scope;
     for (CMC_Object* member : static_cast<CMC_Groupped*>(found)->getList()) {
         for (int i = 1; i <= member->getClonesNo(); ++i) {
             const CXString clone = member->getName() + "_" + CXString::toString(i);
-            removeAndEnd(scene, scene->getObject(clone.c_str()));
+            removeAndEnd(scene, scene->lookUp(clone.view()));
         }
         removeAndEnd(scene, member);
     }

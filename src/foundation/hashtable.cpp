@@ -11,33 +11,22 @@ CHashtable::CHashtable(int capacity, double load, bool ownsKeys)
 
 CHashtable::~CHashtable() { clear(); }
 
-std::size_t CHashtable::slotOf(int hash) const {
-    const int rest = hash % capacity_;
-    return static_cast<std::size_t>(rest < 0 ? -rest : rest);
-}
-
 void CHashtable::put(CXObject* key, CXObject* value) {
     if (!key) return;
     if (capacity_ < count_ * load_) grow();
-    enter(key, value);
+    enter({key, value, key->getHashcode()});
 }
 
-void CHashtable::enter(CXObject* key, CXObject* value) {
-    Slot& slot = slots_[slotOf(key->getHashcode())];
-    if (!slot.key && !slot.chain) {
-        slot.key = key;
-        slot.value = value;
+void CHashtable::enter(const Entry& entry) {
+    Slot& slot = slots_[slotOf(entry.hash)];
+    if (!slot.first.key && !slot.chain) {
+        slot.first = entry;
     } else {
-        if (!slot.chain) {
-            slot.chain = std::make_unique<Chain>();
-            slot.chain->keys.add(std::exchange(slot.key, nullptr));
-            slot.chain->values.add(std::exchange(slot.value, nullptr));
-        }
-        slot.chain->keys.add(key);
-        slot.chain->values.add(value);
+        if (!slot.chain) slot.chain = std::make_unique<Chain>(1, std::exchange(slot.first, {}));
+        slot.chain->push_back(entry);
     }
     ++count_;
-    allValues_.add(value);
+    allValues_.add(entry.value);
 }
 
 void CHashtable::grow() {
@@ -47,21 +36,15 @@ void CHashtable::grow() {
     allValues_.removeAll();
     std::vector<Slot> old = std::exchange(slots_, std::vector<Slot>(static_cast<std::size_t>(capacity_)));
     for (const Slot& slot : old) {
-        if (slot.key) enter(slot.key, slot.value);
-        for (int i = 0; slot.chain && i < slot.chain->keys.size(); ++i)
-            enter(slot.chain->keys.at(i), slot.chain->values.at(i));
+        if (slot.first.key) enter(slot.first);
+        if (!slot.chain) continue;
+        for (const Entry& entry : *slot.chain)
+            enter(entry);
     }
 }
 
 CXObject* CHashtable::get(const CXObject* key) const {
-    if (!key) return nullptr;
-    const int hash = key->getHashcode();
-    const Slot& slot = slots_[slotOf(hash)];
-    const auto fits = [&](const CXObject* stored) { return stored->getHashcode() == hash && key->equals(stored); };
-    if (slot.key) return fits(slot.key) ? slot.value : nullptr;
-    for (int i = 0; slot.chain && i < slot.chain->keys.size(); ++i)
-        if (fits(slot.chain->keys.at(i))) return slot.chain->values.at(i);
-    return nullptr;
+    return key ? find(key->getHashcode(), [key](const CXObject* stored) { return key->equals(stored); }) : nullptr;
 }
 
 bool CHashtable::remove(const CXObject* value) {
@@ -75,16 +58,14 @@ bool CHashtable::remove(const CXObject* key, const CXObject* value) {
 bool CHashtable::removeFrom(Slot& slot, const CXObject* value) {
     CXObject* key = nullptr;
     if (slot.chain) {
-        const int i = slot.chain->values.find(value);
-        if (i < 0) return false;
-        key = slot.chain->keys.at(i);
-        slot.chain->keys.removeAt(i);
-        slot.chain->values.removeAt(i);
-        if (slot.chain->keys.isEmpty()) slot.chain.reset();
+        const auto entry = std::ranges::find(*slot.chain, value, &Entry::value);
+        if (entry == slot.chain->end()) return false;
+        key = entry->key;
+        slot.chain->erase(entry);
+        if (slot.chain->empty()) slot.chain.reset();
     } else {
-        if (!slot.key || slot.value != value) return false;
-        key = std::exchange(slot.key, nullptr);
-        slot.value = nullptr;
+        if (!slot.first.key || slot.first.value != value) return false;
+        key = std::exchange(slot.first, {}).key;
     }
     --count_;
     allValues_.remove(value);
@@ -100,19 +81,20 @@ CXVector* CHashtable::getKeys() const {
     if (count_ == 0) return nullptr;
     auto* keys = new CXVector;
     for (const Slot& slot : slots_) {
-        if (slot.key) keys->add(slot.key);
-        if (slot.chain) keys->add(slot.chain->keys);
+        if (slot.first.key) keys->add(slot.first.key);
+        if (!slot.chain) continue;
+        for (const Entry& entry : *slot.chain)
+            keys->add(entry.key);
     }
     return keys;
 }
 
 void CHashtable::clear() {
     for (Slot& slot : slots_) {
-        release(std::exchange(slot.key, nullptr));
-        slot.value = nullptr;
+        release(std::exchange(slot.first, {}).key);
         if (!slot.chain) continue;
-        for (CXObject* key : slot.chain->keys.elements())
-            release(key);
+        for (const Entry& entry : *slot.chain)
+            release(entry.key);
         slot.chain.reset();
     }
     count_ = 0;
@@ -122,12 +104,8 @@ void CHashtable::clear() {
 CXObject* CHashtable::clone() {
     auto* copy = new CHashtable(capacity_, load_, false);
     for (std::size_t i = 0; i < slots_.size(); ++i) {
-        copy->slots_[i].key = slots_[i].key;
-        copy->slots_[i].value = slots_[i].value;
-        if (!slots_[i].chain) continue;
-        copy->slots_[i].chain = std::make_unique<Chain>();
-        copy->slots_[i].chain->keys.add(slots_[i].chain->keys);
-        copy->slots_[i].chain->values.add(slots_[i].chain->values);
+        copy->slots_[i].first = slots_[i].first;
+        if (slots_[i].chain) copy->slots_[i].chain = std::make_unique<Chain>(*slots_[i].chain);
     }
     copy->count_ = count_;
     copy->allValues_.add(allValues_);

@@ -21,6 +21,16 @@ public:
     // Doesn't look for an equal key: a second entry of one key is kept, and `get` finds the first.
     void put(CXObject* key, CXObject* value);
     CXObject* get(const CXObject* key) const;  // null: none
+    // The first value whose key has that hash and passes the test; for lookups that don't need a key object.
+    template <class Fits>
+    CXObject* find(int hash, Fits fits) const {
+        const Slot& slot = slots_[slotOf(hash)];
+        if (slot.first.key) return slot.first.hash == hash && fits(slot.first.key) ? slot.first.value : nullptr;
+        if (slot.chain)
+            for (const Entry& entry : *slot.chain)
+                if (entry.hash == hash && fits(entry.key)) return entry.value;
+        return nullptr;
+    }
     // Takes out the first entry of that value by slot order; a key that the table owns is destroyed. False: none.
     bool remove(const CXObject* value);
     // The same for the entry of that value in the key's slot, without a walk over the slots; falls back on
@@ -39,18 +49,22 @@ public:
     CXObject* clone() override;
 
 private:
-    struct Chain {
-        CXVector keys;
-        CXVector values;
-    };
-    struct Slot {
+    struct Entry {
         CXObject* key = nullptr;
         CXObject* value = nullptr;
-        std::unique_ptr<Chain> chain;  // when set, key and value are unused; a chain that shrinks to one stays one
+        int hash = 0;  // the key's, so that a walk along a chain asks no key that can't be the one
+    };
+    using Chain = std::vector<Entry>;
+    struct Slot {
+        Entry first;
+        std::unique_ptr<Chain> chain;  // when set, `first` is unused; a chain that shrinks to one stays one
     };
 
-    std::size_t slotOf(int hash) const;
-    void enter(CXObject* key, CXObject* value);
+    std::size_t slotOf(int hash) const {
+        const int rest = hash % capacity_;
+        return static_cast<std::size_t>(rest < 0 ? -rest : rest);
+    }
+    void enter(const Entry& entry);
     void grow();
     bool removeFrom(Slot& slot, const CXObject* value);
     void release(CXObject* key);

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
+#include "foundation/hashtable.h"
 #include "foundation/xobject.h"
 
 // The key of every table of names: a text and its hash. Two keys are equal when their texts are, byte by byte.
@@ -25,3 +26,12 @@ private:
     int hash_;
     CXString text_;
 };
+
+// The value under that name in a table whose keys all are names; null: none. `hash` is the name's.
+inline CXObject* valueNamed(const CHashtable& table, std::string_view name, int hash) {
+    return table.find(hash,
+                      [name](const CXObject* key) { return static_cast<const CStringHashCode*>(key)->view() == name; });
+}
+inline CXObject* valueNamed(const CHashtable& table, std::string_view name) {
+    return valueNamed(table, name, CStringHashCode::hashOf(name));
+}

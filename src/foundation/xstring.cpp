@@ -183,11 +183,6 @@ CXString operator+(const char* a, const CXString& b) { return CXString(a) + b; }
 
 // --- parts
 
-char CXString::GetAt(int i) const {
-    if (i == -1) i = length_ - 1;
-    return i >= 0 && i < length_ ? chars_[i] : '\0';
-}
-
 void CXString::left(int n) { mid(0, n); }
 void CXString::left(int n, CXString* out) const { mid(0, n, out); }
 CXString CXString::Left(int n) const { return Mid(0, n); }
@@ -218,6 +213,7 @@ void CXString::LTrim(char c) {
 void CXString::RTrim(char c) { setLength(position(view().find_last_not_of(c)) + 1); }
 
 void CXString::AllTrim(char c) {
+    if (length_ > 0 && chars_[0] != c && chars_[length_ - 1] != c) return;
     RTrim(c);
     LTrim(c);
 }

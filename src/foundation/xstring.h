@@ -54,7 +54,10 @@ public:
     const char* c_str() const { return chars_; }
     std::string_view view() const { return {chars_, static_cast<std::size_t>(length_)}; }
 
-    char GetAt(int i) const;  // -1: the last character; 0 outside the text
+    char GetAt(int i) const {  // -1: the last character; 0 outside the text
+        if (i == -1) i = length_ - 1;
+        return i >= 0 && i < length_ ? chars_[i] : '\0';
+    }
     char lastChar() const { return GetAt(-1); }
     bool IsString() const { return length_ > 0; }
     bool IsLower() const;  // a to z and the nine Polish letters alone; true for the empty text

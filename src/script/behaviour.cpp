@@ -26,10 +26,7 @@ constexpr int kBlockLimit = 1 << 20;  // of a block's text with its parameters p
 // Shared by all generated names, and starts anew with each application.
 int nameCounter = 0;
 
-std::vector<std::unique_ptr<CMC_Object>>& trash() {
-    static std::vector<std::unique_ptr<CMC_Object>> objects;
-    return objects;
-}
+std::vector<std::unique_ptr<CMC_Object>> trash;
 
 CXString withoutBraces(CXString code) {
     code.AllTrim(' ');
@@ -193,7 +190,7 @@ CMC_BasicCondition* CMC_Behaviour::getConditionInterface() const { return condit
 
 void CMC_Behaviour::resolveCondition() {
     if (!condition_.IsString() || getScene() == nullptr) return;
-    CMC_Object* found = getScene()->getObject(condition_.c_str());
+    CMC_Object* found = getScene()->lookUp(condition_.view());
     if (found && CMC_BasicCondition::isConditionType(found->getType()))
         conditionInterface_ = static_cast<CMC_BasicCondition*>(found);
 }
@@ -217,25 +214,24 @@ CMC_Behaviour* CMC_Behaviour::makeBlock(CMC_Scene* scene, const CXString& text, 
 }
 
 void CMC_Behaviour::initTrash() {
-    trash().clear();
+    trash.clear();
     nameCounter = 0;
 }
 
-void CMC_Behaviour::doneTrash() { trash().clear(); }
+void CMC_Behaviour::doneTrash() { trash.clear(); }
 
 void CMC_Behaviour::addToTrash(CMC_Object* object) {
-    if (std::ranges::none_of(trash(), [object](const auto& one) { return one.get() == object; }))
-        trash().emplace_back(object);
+    if (std::ranges::none_of(trash, [object](const auto& one) { return one.get() == object; }))
+        trash.emplace_back(object);
 }
 
 void CMC_Behaviour::flushTrash() { flushTrash(0); }
-int CMC_Behaviour::trashSize() { return static_cast<int>(trash().size()); }
+int CMC_Behaviour::trashSize() { return static_cast<int>(trash.size()); }
 
 void CMC_Behaviour::flushTrash(int from) {
-    auto& objects = trash();
-    while (static_cast<int>(objects.size()) > from) {
-        const std::unique_ptr<CMC_Object> last = std::move(objects.back());
-        objects.pop_back();
+    while (trashSize() > from) {
+        const std::unique_ptr<CMC_Object> last = std::move(trash.back());
+        trash.pop_back();
     }
 }
 

@@ -79,7 +79,8 @@ public:
                                      CMC_Behaviour* behaviour);
     // A new vector of what the pieces of the text give, the caller's; null for empty text.
     static CXVector* resolveParameters(CMC_Scene* scene, CMC_Object* self, CXString text, CMC_Behaviour* behaviour);
-    static CMC_Variable* resolveParameter(CMC_Scene* scene, CMC_Object* self, CXString text, CMC_Behaviour* behaviour);
+    static CMC_Variable* resolveParameter(CMC_Scene* scene, CMC_Object* self, const CXString& text,
+                                          CMC_Behaviour* behaviour);
 
     // Cuts code into its statements: blanks go, `;` outside parentheses ends one, what stands behind the last is lost.
     static std::vector<CXString> cut(const CXString& code);

@@ -56,7 +56,7 @@ CodeParams getParams(CMC_Runner& runner, CMC_Scene* scene, CXVector* params, int
     CodeParams texts;
     for (int i = from; i < CMC_Runner::countOf(params); ++i) {
         const CXString text = runner.getParameter(params, i)->asString();
-        const CMC_Object* named = scene ? scene->getObject(text.c_str()) : nullptr;
+        const CMC_Object* named = scene ? scene->lookUp(text.view()) : nullptr;
         texts.push_back(named == nullptr || named->getType() <= 4 ? text : "\"" + text + "\"");
     }
     return texts;

@@ -15,17 +15,20 @@
 
 namespace {
 
-CMC_Object* lookUp(CMC_Scene* scene, const CXString& name) { return scene ? scene->getObject(name.c_str()) : nullptr; }
+CMC_Object* lookUp(CMC_Scene* scene, const CXString& name) { return scene ? scene->lookUp(name.view()) : nullptr; }
 
 // A byte of a compiled reference.
 int packedByte(char c) { return static_cast<unsigned char>(c) & 127; }
 
 }  // namespace
 
-CMC_Variable* CMC_Behaviour::resolveParameter(CMC_Scene* scene, CMC_Object* self, CXString text,
+CMC_Variable* CMC_Behaviour::resolveParameter(CMC_Scene* scene, CMC_Object* self, const CXString& text,
                                               CMC_Behaviour* behaviour) {
-    const bool isCall = text.Find('^') >= 0;
-    text.AllTrim(' ');
+    if (text.GetAt(0) == ' ' || text.lastChar() == ' ') {
+        CXString trimmed = text;
+        trimmed.AllTrim(' ');
+        return resolveParameter(scene, self, trimmed, behaviour);
+    }
     const char first = text.GetAt(0);
     if (first == '[') {
         CXString formula = text.Mid(1, std::max(1, text.GetLength() - 1));
@@ -34,8 +37,8 @@ CMC_Variable* CMC_Behaviour::resolveParameter(CMC_Scene* scene, CMC_Object* self
         addToTrash(expression);
         return expression;
     }
-    if (text.startsWith("CONV")) return runLine(scene, self, "@" + text, behaviour);
-    if (isCall && first != '"') return runLine(scene, self, text, behaviour);
+    if (text.view().starts_with("CONV")) return runLine(scene, self, "@" + text, behaviour);
+    if (text.Find('^') >= 0 && first != '"') return runLine(scene, self, text, behaviour);
     if (first == '-' || (first >= '0' && first <= '9')) return CMC_Variable::resolve(text);
     if (CMC_Object* found = lookUp(scene, text)) return valueOf(found);
     return CMC_Variable::resolve(text);

@@ -93,7 +93,7 @@ CMC_CodeLine::CMC_CodeLine(CMC_Behaviour* owner, CXString text, Span span)
         compileParameters(open);
     } else if (s.GetAt(0) == '*') {
         compileIndirect(open);
-    } else if (s.startsWith("THIS") && open >= 0) {
+    } else if (s.view().starts_with("THIS") && open >= 0) {
         form_ = Form::self;
         method_ = s.Mid(5, open);
         compileParameters(open);
@@ -104,8 +104,9 @@ CMC_CodeLine::CMC_CodeLine(CMC_Behaviour* owner, CXString text, Span span)
     } else if (caret < 0) {
         if (!s.IsString()) return;
         form_ = Form::atom;
-        CMC_Object* found = scene() ? scene()->getObject(s.c_str()) : nullptr;
+        CMC_Object* found = scene() ? scene()->lookUp(s.view()) : nullptr;
         if (found && !found->isTemporary()) target_ = found;
+        isLiteral_ = !hasDollar_ && CMC_Scene::isLiteralName(s.view());
     } else if (open >= 0) {
         form_ = Form::named;
         objectName_ = s.Left(caret);
@@ -123,7 +124,8 @@ CMC_CodeLine::~CMC_CodeLine() {
         if (CMC_Behaviour* block = parameter.block.get()) CMC_Scene::discard(block);
 }
 
-CMC_Scene* CMC_CodeLine::scene() const { return owner_->getScene(); }
+// No behaviour is in another scene than it was given, so the virtual call is saved.
+CMC_Scene* CMC_CodeLine::scene() const { return owner_->CMC_Object::getScene(); }
 
 // *NAME^METHOD(...) or *[formula]^METHOD(...): the name is what the object or the formula holds at the moment.
 void CMC_CodeLine::compileIndirect(int open) {
@@ -144,12 +146,12 @@ void CMC_CodeLine::compileIndirect(int open) {
     if (objectName_.GetAt(0) == '[')
         expression_ = std::make_unique<CMC_Expression>(scene(), inner(objectName_, 1));
     else if (scene())
-        target_ = scene()->getObject(objectName_.c_str());
+        target_ = scene()->lookUp(objectName_.view());
     compileParameters(open);
 }
 
 void CMC_CodeLine::bind() {
-    CMC_Object* found = scene() ? scene()->getObject(objectName_.c_str()) : nullptr;
+    CMC_Object* found = scene() ? scene()->lookUp(objectName_.view()) : nullptr;
     if (found == nullptr || found->isTemporary()) return;
     target_ = found;
     runner_ = runnerOf(found);
@@ -173,6 +175,25 @@ void CMC_CodeLine::compileParameters(int open) {
     }
     for (const Parameter& parameter : parameters_)
         values_.add(parameter.value.get());
+    onlyLiterals_ = std::ranges::all_of(parameters_, [](const Parameter& parameter) {
+        return parameter.code ? parameter.code->isLiteral_ && !parameter.code->target_
+                              : parameter.value && !parameter.takesParams;
+    });
+}
+
+// Literals are put in once and stay in values_. False when an object has taken the name of one: then each run looks
+// them up.
+bool CMC_CodeLine::literalsStand() {
+    if (literalsEpoch_ == CMC_Scene::literalNameEpoch()) return true;
+    literalsEpoch_ = 0;
+    for (std::size_t i = 0; i < parameters_.size(); ++i) {
+        CMC_CodeLine* code = parameters_[i].code.get();
+        if (code == nullptr) continue;
+        if (scene() && scene()->lookUp(code->source_.view())) return false;
+        values_.setAt(static_cast<int>(i), code->literal());
+    }
+    literalsEpoch_ = CMC_Scene::literalNameEpoch();
+    return true;
 }
 
 void CMC_CodeLine::compileParameter(const CXString& piece) {
@@ -183,7 +204,7 @@ void CMC_CodeLine::compileParameter(const CXString& piece) {
         parameter.value = std::make_unique<CMC_Expression>(scene(), inner(piece, 1));
     } else if (piece.GetAt(0) != '@' && !hasDollar && !has(piece, '^') && piece.GetAt(0) == '&') {
         const CXString name = piece.Right(1);
-        CMC_Object* found = scene() ? scene()->getObject(name.c_str()) : nullptr;
+        CMC_Object* found = scene() ? scene()->lookUp(name.view()) : nullptr;
         if (found) {
             parameter.objectName = std::make_unique<CXString>(name);
             parameter.object = found;
@@ -198,7 +219,8 @@ void CMC_CodeLine::compileParameter(const CXString& piece) {
         if (block) {
             parameter.value = std::make_unique<CMC_String>("temp", block->getName());
             parameter.block = block;
-            if (has(block->getCode(), '$')) allStatic_ = false;
+            parameter.takesParams = has(block->getCode(), '$');
+            if (parameter.takesParams) allStatic_ = false;
         }
     } else {
         parameter.code = std::make_unique<CMC_CodeLine>(owner_, piece);
@@ -220,28 +242,30 @@ CMC_Variable* CMC_CodeLine::run(CMC_Object* self, const CodeParams* params) {
         default:
             break;
     }
-    if (allStatic_) return dispatch(self, params, hasParameters_ ? &values_ : nullptr);
+    if (allStatic_ || (onlyLiterals_ && literalsStand()))
+        return dispatch(self, params, hasParameters_ ? &values_ : nullptr);
 
     Run run{.values = &values_, .own = nullptr, .made = {}, .blocks = {}};
-    const bool isOutermost = !isRunning_;
-    if (!isOutermost) {
+    // The literals in values_ may be in use by a run further out.
+    const bool sharesValues = !isRunning_ && !onlyLiterals_;
+    if (!sharesValues) {
         run.own = std::make_unique<CXVector>(static_cast<int>(parameters_.size()) + 4);
         for (const Parameter& parameter : parameters_)
             run.own->add(parameter.value.get());
         run.values = run.own.get();
     }
-    isRunning_ = true;
+    isRunning_ = isRunning_ || sharesValues;
     evaluate(run, self, params);
     CMC_Variable* result = dispatch(self, params, run.values);
     for (std::size_t i = 0; i < parameters_.size(); ++i) {
         if (parameters_[i].value) continue;
-        auto* value = static_cast<CMC_Variable*>(run.values->setAt(static_cast<int>(i), nullptr));
+        auto* value = static_cast<CMC_Variable*>(run.values->CXVector::setAt(static_cast<int>(i), nullptr));
         const bool isOwn = std::ranges::any_of(run.made, [value](const auto& made) { return made.get() == value; });
         if (value && !isOwn) CMC_Object::release(value);
     }
     for (const Ref<CMC_Behaviour>& block : run.blocks)
         if (block) CMC_Scene::discard(block.get());
-    if (isOutermost) isRunning_ = false;
+    if (sharesValues) isRunning_ = false;
     return result;
 }
 
@@ -249,19 +273,18 @@ CMC_Variable* CMC_CodeLine::runAtom(const CodeParams* params) {
     if (CMC_Object* object = target_.get(); object && !object->isDisplaced()) return valueOf(object);
     if (hasDollar_) {
         const CXString text = substitute(source_, params);
-        CMC_Object* found = scene() ? scene()->getObject(text.c_str()) : nullptr;
+        CMC_Object* found = scene() ? scene()->lookUp(text.view()) : nullptr;
         return found ? valueOf(found) : CMC_Variable::resolve(text);
     }
     return literal();
 }
 
-// An atom that named no object when it was compiled. Numbers and quoted texts are kept as long as no object has taken
-// a name that begins like one, which is as good as never.
+// An atom that named no object when it was compiled. Numbers, quoted texts and signs of comparisons are kept as long
+// as no object has taken a name like that, which is as good as never.
 CMC_Variable* CMC_CodeLine::literal() {
-    const char first = source_.GetAt(0);
-    const bool isKept = span_ == Span::kept && CMC_Scene::isLiteralStart(first);
+    const bool isKept = span_ == Span::kept && isLiteral_;
     if (isKept && literal_ && literalEpoch_ == CMC_Scene::literalNameEpoch()) return literal_.get();
-    if (CMC_Object* found = scene() ? scene()->getObject(source_.c_str()) : nullptr) return valueOf(found);
+    if (CMC_Object* found = scene() ? scene()->lookUp(source_.view()) : nullptr) return valueOf(found);
     CMC_Variable* value = CMC_Variable::resolve(source_);
     if (!isKept) return value;
     CMC_Variable::keep(literal_, value);
@@ -282,7 +305,7 @@ void CMC_CodeLine::evaluate(Run& run, CMC_Object* self, const CodeParams* params
         } else if (parameter.objectName) {
             CMC_Object* object = parameter.object.get();
             if (object == nullptr || object->isDisplaced())
-                object = scene() ? scene()->getObject(parameter.objectName->c_str()) : nullptr;
+                object = scene() ? scene()->lookUp(parameter.objectName->view()) : nullptr;
             value = object ? valueOf(object) : CMC_Variable::resolve(*parameter.objectName);
         } else {
             if (params)
@@ -290,7 +313,7 @@ void CMC_CodeLine::evaluate(Run& run, CMC_Object* self, const CodeParams* params
             continue;
         }
         if (value == CMC_Variable::breakValue()) value = nullptr;  // a break is no value
-        run.values->setAt(static_cast<int>(i), value);
+        run.values->CXVector::setAt(static_cast<int>(i), value);
     }
 }
 
@@ -301,7 +324,7 @@ CMC_Variable* CMC_CodeLine::evaluateText(Run& run, const CXString& text, CMC_Obj
         return run.made.back().get();
     }
     if (text.GetAt(0) != '@' && !has(text, '$') && !has(text, '^')) {
-        CMC_Object* found = scene() ? scene()->getObject(text.c_str()) : nullptr;
+        CMC_Object* found = scene() ? scene()->lookUp(text.view()) : nullptr;
         return found ? valueOf(found) : CMC_Variable::resolve(text);
     }
     int margin = 0;
@@ -323,20 +346,34 @@ CMC_Variable* CMC_CodeLine::callByName(CMC_Object* target, const CXString& metho
     return runner ? runner->run(method, target, scene(), values) : nullptr;
 }
 
+// By this line's own method. Names of methods never change, so their ids are asked for once for each type met; what
+// has no id may still mean something to the runner.
+CMC_Variable* CMC_CodeLine::callByName(CMC_Object* target, CXVector* values) {
+    if (const int type = target->getType(); type != lastType_) {
+        lastType_ = type;
+        lastRunner_ = CMC_RunnerFactory::getRunner(type);
+        lastId_ = lastRunner_ ? lastRunner_->resolveMethod(method_) : -1;
+    }
+    return lastId_ != -1 ? lastRunner_->run(lastId_, target, scene(), values) : callByName(target, method_, values);
+}
+
 CMC_Variable* CMC_CodeLine::dispatch(CMC_Object* self, const CodeParams* params, CXVector* values) {
     switch (form_) {
         case Form::statement:
             return runner_ ? runner_->run(methodId_, owner_, scene(), values) : nullptr;
         case Form::self:
-            return self ? callByName(self, method_, values) : nullptr;
+            return self ? callByName(self, values) : nullptr;
         case Form::indirect: {
             CMC_Object* named = expression_ ? expression_.get() : target_.get();
             if (named == nullptr || named->isDisplaced())
-                named = scene() ? scene()->getObject(objectName_.c_str()) : nullptr;
+                named = scene() ? scene()->lookUp(objectName_.view()) : nullptr;
             CMC_Variable* holder = named ? named->asVariable() : nullptr;
-            const CXString name = holder ? holder->asString() : CXString();
-            CMC_Object* target = scene() ? scene()->getObject(name.c_str()) : nullptr;
-            if (target) return callByName(target, method_, values);
+            CMC_Object* target = nullptr;
+            if (scene() && holder)
+                target = holder->getType() == CMC_String::kType
+                             ? scene()->lookUp(static_cast<CMC_String*>(holder)->getValue().view())
+                             : scene()->lookUp(holder->asString().view());
+            if (target) return callByName(target, values);
             platform::current().shell.debugOutput(source_.view());
             return nullptr;
         }
@@ -344,7 +381,7 @@ CMC_Variable* CMC_CodeLine::dispatch(CMC_Object* self, const CodeParams* params,
             break;
     }
     if (nameHasDollar_) {
-        CMC_Object* target = scene() ? scene()->getObject(substitute(objectName_, params).c_str()) : nullptr;
+        CMC_Object* target = scene() ? scene()->lookUp(substitute(objectName_, params).view()) : nullptr;
         return target ? callByName(target, has(method_, '$') ? substitute(method_, params) : method_, values) : nullptr;
     }
     if (CMC_Object* target = target_.get(); target && !target->isDisplaced()) {
@@ -352,8 +389,8 @@ CMC_Variable* CMC_CodeLine::dispatch(CMC_Object* self, const CodeParams* params,
         return methodId_ != -1 ? runner_->run(methodId_, target, scene(), values)
                                : runner_->run(method_, target, scene(), values);
     }
-    CMC_Object* target = scene() ? scene()->getObject(objectName_.c_str()) : nullptr;
-    return target ? callByName(target, method_, values) : nullptr;
+    CMC_Object* target = scene() ? scene()->lookUp(objectName_.view()) : nullptr;
+    return target ? callByName(target, values) : nullptr;
 }
 
 CXString CMC_CodeLine::substitute(const CXString& text, const CodeParams* params, int limit) {

@@ -52,6 +52,7 @@ private:
         std::unique_ptr<CXString> objectName;  // fixed to the object of this name, as long as it lives
         Ref<CMC_Object> object;
         Ref<CMC_Behaviour> block;  // what the line made of a block
+        bool takesParams = false;  // the block has $1 to $9 in it
     };
 
     // What one run made beside pool values, and what it must clear away behind itself.
@@ -68,6 +69,8 @@ private:
     CMC_Variable* evaluateText(Run& run, const CXString& text, CMC_Object* self, const CodeParams* params);
     CMC_Variable* dispatch(CMC_Object* self, const CodeParams* params, CXVector* values);
     CMC_Variable* callByName(CMC_Object* target, const CXString& method, CXVector* values);
+    CMC_Variable* callByName(CMC_Object* target, CXVector* values);
+    bool literalsStand();
     CMC_Scene* scene() const;
 
     CXString source_;
@@ -75,10 +78,12 @@ private:
     Form form_ = Form::nothing;
     Span span_;
     bool ownsBlocks_ = true;
-    bool allStatic_ = true;  // no parameter needs work at run time
+    bool allStatic_ = true;      // no parameter needs work at run time
+    bool onlyLiterals_ = false;  // no parameter needs work at run time as long as the literals stand
     bool hasParameters_ = false;
     bool hasDollar_ = false;
     bool nameHasDollar_ = false;
+    bool isLiteral_ = false;  // an atom that nobody would name an object
     bool isRunning_ = false;  // values_ is in use; a run within gets values of its own
 
     CXString objectName_;
@@ -86,11 +91,15 @@ private:
     CMC_Runner* runner_ = nullptr;
     CXString method_;
     int methodId_ = -1;  // -1: dispatch by name
+    int lastType_ = -1;  // of the target of the last call by name, with its runner and the method's id
+    CMC_Runner* lastRunner_ = nullptr;
+    int lastId_ = -1;
     std::vector<Parameter> parameters_;
     CXVector values_{4};  // parallel to parameters_
 
     std::unique_ptr<CMC_Variable> literal_;  // a kept atom's literal, as long as no object bears its text as name
     unsigned literalEpoch_ = 0;
+    unsigned literalsEpoch_ = 0;                  // of the literals among the parameters
     std::unique_ptr<CMC_Expression> expression_;  // of a bracket form, or of an indirect call
 };
 

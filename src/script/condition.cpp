@@ -155,7 +155,7 @@ bool CMC_Condition::valid(CMC_Scene* scene, const CXString& a, const CXString& o
     const Comparison comparison = ofSign(op);
     bool outcome = false;
     if (comparison == Comparison::instanceOf) {
-        CMC_Object* object = scene ? scene->getObject(a.c_str()) : nullptr;
+        CMC_Object* object = scene ? scene->lookUp(a.view()) : nullptr;
         outcome = object && right && typeToString(object->getType()) == right->asString();
     } else if (left && right) {
         outcome = holds(left, comparison, right);
@@ -179,7 +179,7 @@ bool CMC_ComplexCondition::valid(bool fire) {
     if (!ScriptScope::mayEnter()) return false;
     const ScriptScope scope;
     const auto find = [this](const CXString& name) -> CMC_BasicCondition* {
-        CMC_Object* object = getScene() ? getScene()->getObject(name.c_str()) : nullptr;
+        CMC_Object* object = getScene() ? getScene()->lookUp(name.view()) : nullptr;
         if (object == nullptr || !isConditionType(object->getType())) return nullptr;
         return static_cast<CMC_BasicCondition*>(object);
     };

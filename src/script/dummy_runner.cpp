@@ -15,7 +15,7 @@
 namespace {
 
 CMC_Object* lookUp(const MethodCall& c, const CXString& name) {
-    return c.scene ? c.scene->getObject(name.c_str()) : nullptr;
+    return c.scene ? c.scene->lookUp(name.view()) : nullptr;
 }
 
 // A block of a parameter: the behaviour that its text names, else one made of the text for the time of the statement.
@@ -148,7 +148,7 @@ CXString timerName(CMC_Scene* scene) {
     CXString name;
     do {
         name = "timer_" + CXString::toString(CXRandom::draw());
-    } while (scene->getObject(name.c_str()));
+    } while (scene->lookUp(name.view()));
     return name;
 }
 

@@ -92,6 +92,8 @@ void CMC_Expression::calculate() {
     if (operands_.empty() || !ScriptScope::mayEnter()) return keep(result_, nullptr);
     const ScriptScope scope;
     CMC_Variable* value = operands_[0]->run(this, nullptr);
+    if (value && value->getType() == CMC_Integer::kType && value != result_.get())
+        return calculateInteger(static_cast<CMC_Integer*>(value));
     for (std::size_t i = 0; i < operators_.size(); ++i) {
         CMC_Variable* right = operands_[i + 1]->run(this, nullptr);
         // A missing first operand is 0, so that a leading minus sign makes a negative number.
@@ -108,6 +110,22 @@ void CMC_Expression::calculate() {
     }
     keep(result_, value ? value->current() : nullptr);
     release(value);
+}
+
+// The same for a first operand that is an INTEGER, and so is the result: without values in between.
+void CMC_Expression::calculateInteger(CMC_Integer* first) {
+    int value = 0;
+    for (std::size_t i = 0; i < operators_.size(); ++i) {
+        CMC_Variable* right = operands_[i + 1]->run(this, nullptr);
+        // The first one is read behind the second, which may have changed it.
+        if (i == 0) value = first->getValue();
+        value = CMC_Integer::compute(value, right ? right->asInteger() : 0, operators_[i]);
+        release(right);
+    }
+    if (operators_.empty()) value = first->getValue();
+    release(first);
+    if (!result_ || result_->getType() != CMC_Integer::kType) result_ = std::make_unique<CMC_Integer>("temp");
+    static_cast<CMC_Integer*>(result_.get())->assign(value);
 }
 
 CMC_Variable* CMC_Expression::current() {

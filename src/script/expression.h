@@ -9,6 +9,7 @@
 
 class CMC_Behaviour;
 class CMC_CodeLine;
+class CMC_Integer;
 
 // EXPRESSION: a value computed anew each time it is asked for. Brackets in code make one, and a definition can.
 //
@@ -60,6 +61,7 @@ public:
 private:
     void split(const CXString& text);
     void compile();
+    void calculateInteger(CMC_Integer* first);
 
     std::vector<CXString> texts_;           // of the operands
     std::vector<Operation> operators_;      // one fewer than operands

@@ -17,7 +17,7 @@ constexpr std::array<std::string_view, 3> kSignals = {"ONINIT", "ONDONE", "ONSIG
 
 CMC_Groupped& group(const MethodCall& c) { return static_cast<CMC_Groupped&>(*c.object); }
 
-CMC_Object* named(const MethodCall& c, int i) { return c.scene ? c.scene->getObject(c.text(i).c_str()) : nullptr; }
+CMC_Object* named(const MethodCall& c, int i) { return c.scene ? c.scene->lookUp(c.text(i).view()) : nullptr; }
 
 CMC_Variable* add(const MethodCall& c) {
     for (int i = 0; i < c.count(); ++i)

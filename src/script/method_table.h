@@ -25,11 +25,15 @@ struct MethodCall {
     CXVector* params;
 
     int count() const { return CMC_Runner::countOf(params); }
-    CMC_Variable* value(int i) const { return runner.getParameter(params, i); }
-    int integer(int i) const { return value(i)->asInteger(); }
+    CMC_Variable* value(int i) const {
+        const auto* given = params ? static_cast<const CMC_Object*>(params->at(i)) : nullptr;
+        CMC_Variable* plain = given ? given->asVariable() : nullptr;
+        return plain && !plain->isComputed() ? plain : runner.getParameter(params, i);
+    }
+    int integer(int i) const { return CMC_Integer::readOf(value(i)); }
     double real(int i) const { return value(i)->asDouble(); }
     bool truth(int i) const { return value(i)->asBool(); }
-    CXString text(int i) const { return value(i)->asString(); }
+    CXString text(int i) const { return CMC_String::readOf(value(i)); }
 };
 
 struct MethodBinding {

@@ -132,7 +132,7 @@ void CMC_Object::initializeBehaviours(CMC_Scene* scene, CMElement* element) {
             auto* key = static_cast<CStringHashCode*>(object);
             auto* handler = static_cast<CMC_Handler*>(handlers_->get(key));
             const int index = getBehaviourIndex(key->getString());
-            CMC_Object* found = scene ? scene->getObject(handler->getBehaviourName().c_str()) : nullptr;
+            CMC_Object* found = scene ? scene->lookUp(handler->getBehaviourName().view()) : nullptr;
             if (index < 0 || found == nullptr || found->getType() != CMC_Behaviour::kType) continue;
             handler->rebind(static_cast<CMC_Behaviour*>(found));
             signalUsed_ |= 1U << index;
@@ -168,7 +168,7 @@ void CMC_Object::initializeBehaviours(CMC_Scene* scene, CMElement* element) {
                         params->push_back(*pieces->stringAt(p));
                     deleteStrings(pieces);
                 }
-                CMC_Object* found = scene->getObject(value.c_str());
+                CMC_Object* found = scene->lookUp(value.view());
                 if (found && found->getType() == CMC_Behaviour::kType) behaviour = static_cast<CMC_Behaviour*>(found);
             }
             if (behaviour == nullptr) continue;
@@ -195,9 +195,7 @@ void CMC_Object::removeBehaviour(const CXString& key) {
 
 CMC_Handler* CMC_Object::getBehaviour(const CXString& key) const {
     if (!handlers_) return nullptr;
-    static CStringHashCode lookup("temp");
-    lookup.set(key.view());
-    return static_cast<CMC_Handler*>(handlers_->get(&lookup));
+    return static_cast<CMC_Handler*>(valueNamed(*handlers_, key.view()));
 }
 
 bool CMC_Object::onSignal(CXString key) {

@@ -83,7 +83,7 @@ public:
     static void release(CMC_Variable* value);
 
     // The object as a value; null when it is none.
-    virtual CMC_Variable* asVariable() { return nullptr; }
+    CMC_Variable* asVariable() const { return asVariable_; }
 
     // Takes the object out of service: fires ONDONE unless `done` has, and from then on references to it read as null
     // and nothing outside calls it. Timers and listeners are given back here, for the destructor may run much later.
@@ -108,6 +108,7 @@ protected:
     void flushBehList();
     void setName(CXString name) { name_ = std::move(name); }
     void setAsClone() { isClone_ = true; }
+    void setAsVariable(CMC_Variable* self) { asVariable_ = self; }
 
 private:
     void fireDone();
@@ -123,6 +124,7 @@ private:
     std::uint32_t refSlot_ = 0;     // 0: never referred to
     int clonesNo_ = 0;
     CMC_Scene* scene_ = nullptr;
+    CMC_Variable* asVariable_ = nullptr;    // this object; a field, for each parameter and each result is asked
     std::unique_ptr<CHashtable> handlers_;  // signal key to CMC_Handler, owned; made when first used
 };
 

@@ -21,7 +21,7 @@ CMC_Variable* send(const MethodCall& c) {
 
 template <class Holder>
 CMC_Variable* addTo(const MethodCall& c) {
-    CMC_Object* found = c.scene ? c.scene->getObject(c.text(0).c_str()) : nullptr;
+    CMC_Object* found = c.scene ? c.scene->lookUp(c.text(0).view()) : nullptr;
     if (found && found->getType() == Holder::kType) static_cast<Holder*>(found)->join(c.object);
     return nullptr;
 }
@@ -43,7 +43,7 @@ CXString keyOf(const MethodCall& c) {
 CMC_Variable* addBehaviour(const MethodCall& c) {
     if (c.count() < 2 || c.scene == nullptr) return nullptr;
     const CXString key = keyOf(c);
-    CMC_Object* found = c.scene->getObject(c.text(1).c_str());
+    CMC_Object* found = c.scene->lookUp(c.text(1).view());
     if (found == nullptr || found->getType() != CMC_Behaviour::kType) return nullptr;
     auto params = std::make_unique<CodeParams>();
     for (int i = 2; i < c.count(); ++i)
@@ -93,7 +93,7 @@ T* converted(CMC_Variable* value) {
 
 }  // namespace
 
-CMC_Runner::CMC_Runner() : methods_(101, 0.75, true), lookupKey_("temp") {}
+CMC_Runner::CMC_Runner() : methods_(101, 0.75, true) {}
 
 CMC_Runner::~CMC_Runner() {
     for (CXObject* id : methods_.getAllValues()->elements())
@@ -104,12 +104,10 @@ void CMC_Runner::prepareMthHashSet() { enterMethods(kMethods); }
 
 void CMC_Runner::enterMethods(std::span<const MethodRow> rows) {
     for (const MethodRow& row : rows) {
-        const CXString name(row.name);
-        lookupKey_.set(name.view());
-        if (auto* earlier = static_cast<CInteger*>(methods_.get(&lookupKey_)))
+        if (auto* earlier = static_cast<CInteger*>(valueNamed(methods_, row.name)))
             earlier->setValue(row.id);
         else
-            methods_.put(new CStringHashCode(name), new CInteger(row.id));
+            methods_.put(new CStringHashCode(CXString(row.name)), new CInteger(row.id));
         rows_[static_cast<std::size_t>(row.id)] = &row;
     }
 }
@@ -119,7 +117,7 @@ void CMC_Runner::toDebug(const CXString&, CXVector*) {}
 CMC_Variable* CMC_Runner::getParameter(CXVector* params, int i) {
     auto* object = params ? static_cast<CMC_Object*>(params->at(i)) : nullptr;
     CMC_Variable* value = object ? object->asVariable() : nullptr;
-    if (value) value = value->current();
+    if (value && value->isComputed()) value = value->current();
     return value ? value : emptyValue();
 }
 
@@ -144,8 +142,7 @@ CMC_Variable* CMC_Runner::run(CXString name, CMC_Object* object, CMC_Scene* scen
 }
 
 int CMC_Runner::resolveMethod(const CXString& name) {
-    lookupKey_.set(name.view());
-    const auto* id = static_cast<const CInteger*>(methods_.get(&lookupKey_));
+    const auto* id = static_cast<const CInteger*>(valueNamed(methods_, name.view()));
     return id ? id->getValue() : -1;
 }
 

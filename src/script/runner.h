@@ -62,7 +62,6 @@ protected:
     }
 
 private:
-    CHashtable methods_;  // method name to CInteger, owned
-    CStringHashCode lookupKey_;
+    CHashtable methods_;                                // method name to CInteger, owned
     std::array<const MethodRow*, kLastId + 1> rows_{};  // by id
 };

@@ -51,6 +51,12 @@ public:
             *archive >> value_ >> default_;
     }
 
+    // That value in this type; null reads as empty.
+    static T readOf(CMC_Variable* other) {
+        if (other == nullptr) return T{};
+        return other->getType() == Self::kType ? static_cast<Self*>(other)->value_ : Self::read(other);
+    }
+
 protected:
     CMC_TypedVariable(CXString name, int poolId, T value)
         : CMC_Variable(std::move(name), Self::kType, poolId), value_(value), default_(value) {}
@@ -69,8 +75,6 @@ protected:
     T value_;
 
 private:
-    static T readOf(CMC_Variable* other) { return other ? Self::read(other) : T{}; }
-
     T default_;
 };
 

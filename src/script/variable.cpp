@@ -26,6 +26,8 @@ constexpr int kOnChanged = 3;
 constexpr int kOnBrutalChanged = 4;
 constexpr int kOnNetChange = 5;
 
+CMC_String breakText("break");
+
 // Where values of that scene are kept; null when the application has no configuration file.
 CConfig* configOf(CMC_Scene* scene) {
     CWindow* window = scene ? scene->getWindow() : nullptr;
@@ -35,10 +37,14 @@ CConfig* configOf(CMC_Scene* scene) {
 
 }  // namespace
 
+CMC_Variable* const CMC_Variable::breakValue_ = &breakText;
+
 CMC_Variable::CMC_Variable(CMC_Scene* scene, CMElement* element, int type)
     : CMC_Object(scene, element, type),
       toIni_(element->getPropertyBoolValue("TOINI")),
-      netNotify_(element->getPropertyBoolValue("NETNOTIFY")) {}
+      netNotify_(element->getPropertyBoolValue("NETNOTIFY")) {
+    setAsVariable(this);
+}
 
 int CMC_Variable::compare(CXObject* other) { return compare(static_cast<CMC_Object*>(other)->asVariable()); }
 
@@ -152,11 +158,6 @@ void CMC_Variable::keep(std::unique_ptr<CMC_Variable>& kept, CMC_Variable* value
         if (type == CMC_Double::kType) kept = std::make_unique<CMC_Double>("temp");
     }
     if (kept) kept->set(value);
-}
-
-CMC_Variable* CMC_Variable::breakValue() {
-    static CMC_String value("break");
-    return &value;
 }
 
 int truncated(double value) {

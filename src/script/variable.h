@@ -52,7 +52,6 @@ public:
     void init() override;
     std::span<const std::string_view> getBehavioursList() const override;
     void serialize(CXArchive* archive) override;
-    CMC_Variable* asVariable() override { return this; }
 
     // The value as a C++ one, by the rules of `convert`.
     virtual int asInteger() = 0;
@@ -63,6 +62,7 @@ public:
 
     // The variable that holds the value now: this one, or an expression's result after calculating anew.
     virtual CMC_Variable* current() { return this; }
+    bool isComputed() const { return getType() == kComputedType; }  // an expression: `current` is another one
 
     int getPoolId() const { return poolId_; }
     bool isPooled() const { return poolId_ >= 0; }
@@ -76,17 +76,22 @@ public:
     static void keep(std::unique_ptr<CMC_Variable>& kept, CMC_Variable* value);
 
     // What a statement gives that leaves the running block. An object of no scene, told by its address.
-    static CMC_Variable* breakValue();
+    static CMC_Variable* breakValue() { return breakValue_; }
 
 protected:
-    CMC_Variable(CXString name, int type, int poolId = -1) : CMC_Object(std::move(name), type), poolId_(poolId) {}
+    CMC_Variable(CXString name, int type, int poolId = -1) : CMC_Object(std::move(name), type), poolId_(poolId) {
+        setAsVariable(this);
+    }
     CMC_Variable(CMC_Scene* scene, CMElement* element, int type);
 
     bool keepsSignalsOrIni() const { return hasSignals() || toIni_ || netNotify_; }
 
 private:
+    static constexpr int kComputedType = 12;
+
     void changed(bool changed);
 
+    static CMC_Variable* const breakValue_;
     int poolId_ = -1;  // place in the pool of its type; -1: not pooled
     bool toIni_ = false;
     bool netNotify_ = false;

@@ -52,7 +52,7 @@ std::span<const std::string_view> CMC_Scene::getBehavioursList() const { return 
 void CMC_Scene::addObject(CMC_Object* object) {
     if (object == nullptr || !table_) return;
     const CXString& name = object->getName();
-    if (isLiteralStart(name.GetAt(0))) ++literalNameEpoch_;
+    if (isLiteralName(name.view())) ++literalNameEpoch_;
     if (object->getScene() == nullptr && !isLevel(object)) object->setScene(this);
     auto* key = new CStringHashCode(name);
     if (auto* former = static_cast<CMC_Object*>(table_->get(key))) {
@@ -89,15 +89,10 @@ CMC_Object* CMC_Scene::getObject(int index) const {
     return objects_ ? static_cast<CMC_Object*>(objects_->at(index)) : nullptr;
 }
 
-CMC_Object* CMC_Scene::getObject(const char* name) {
-    lookupKey_.set(name);
-    return getObject(lookupKey_);
-}
-
-CMC_Object* CMC_Scene::getObject(const CStringHashCode& name) {
-    for (CMC_Scene* scene = this; scene; scene = scene->parent_)
+CMC_Object* CMC_Scene::lookUp(std::string_view name, int hash) const {
+    for (const CMC_Scene* scene = this; scene; scene = scene->parent_)
         if (scene->table_)
-            if (CXObject* object = scene->table_->get(&name)) return static_cast<CMC_Object*>(object);
+            if (CXObject* object = valueNamed(*scene->table_, name, hash)) return static_cast<CMC_Object*>(object);
     return nullptr;
 }
 

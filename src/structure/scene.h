@@ -77,9 +77,10 @@ public:
     // Takes the object out of its scene for good. It is destroyed when no script is running. Null is allowed.
     static void discard(CMC_Object* object);
 
-    CMC_Object* getObject(int index) const;   // null outside the scene
-    CMC_Object* getObject(const char* name);  // here, then in the parents; null: none
-    CMC_Object* getObject(const CStringHashCode& name);
+    CMC_Object* getObject(int index) const;                                 // null outside the scene
+    CMC_Object* getObject(const char* name) const { return lookUp(name); }  // here, then in the parents; null: none
+    CMC_Object* getObject(const CStringHashCode& name) const { return lookUp(name.view(), name.getHashcode()); }
+    CMC_Object* lookUp(std::string_view name) const { return lookUp(name, CStringHashCode::hashOf(name)); }
     int getObjectId(const CXString& name) const;  // index, here alone; -1: none
     CXVector* getObjectsOfType(int type) const;   // a new vector, the caller's
     // The object that the element defines, by itself or by a module; null: none.
@@ -96,8 +97,14 @@ public:
     std::span<const std::string_view> getBehavioursList() const override;
     void serialize(CXArchive* archive) override;
 
-    // Whether a text that begins like this is a literal as long as no object bears it as name.
-    static bool isLiteralStart(char c) { return c == '"' || c == '-' || (c >= '0' && c <= '9'); }
+    // Whether nobody would name an object so: a number, a quoted text, or a sign of a comparison. Such a text is a
+    // literal as long as no object bears it as name after all.
+    static bool isLiteralName(std::string_view text) {
+        if (text.empty()) return false;
+        constexpr std::string_view kStarts = "\"-<>!?";
+        const char c = text.front();
+        return (c >= '0' && c <= '9') || kStarts.find(c) != std::string_view::npos || text == "_";
+    }
     // Moves on whenever an object with such a name enters any scene.
     static unsigned literalNameEpoch() { return literalNameEpoch_; }
 
@@ -111,6 +118,7 @@ protected:
     void loadOwnObjects();  // of an upper level: from its folder, when it is built
 
 private:
+    CMC_Object* lookUp(std::string_view name, int hash) const;
     static bool isLevel(const CMC_Object* object);
     void addLevel(CMC_Scene* level);
     void unloadObjects();
@@ -131,7 +139,6 @@ private:
     CXString savedUnitName_;
     bool startMusic_ = true;
     bool binary_;
-    CStringHashCode lookupKey_{CXString("temp")};
 
     static inline unsigned literalNameEpoch_ = 1;
 };

@@ -19,7 +19,7 @@
 namespace {
 
 CMC_Scene* scene(const MethodCall& c) { return static_cast<CMC_Scene*>(c.object); }
-CMC_Object* named(const MethodCall& c, int i) { return c.scene ? c.scene->getObject(c.text(i).c_str()) : nullptr; }
+CMC_Object* named(const MethodCall& c, int i) { return c.scene ? c.scene->lookUp(c.text(i).view()) : nullptr; }
 
 CMC_Variable* run(const MethodCall& c) {
     return runNamed(c, [](const CXString& method, const char* word) { return method == word; });
@@ -40,7 +40,7 @@ CMC_Variable* runClones(const MethodCall& c) {
     const int to = c.integer(2) > 0 ? c.integer(2) : object->getClonesNo();
     const CXString code = c.text(3);
     std::unique_ptr<CMC_Behaviour> made;
-    CMC_Object* found = c.scene->getObject(code.c_str());
+    CMC_Object* found = c.scene->lookUp(code.view());
     if (found == nullptr) {
         made = std::make_unique<CMC_Behaviour>(c.scene, code, "temp");
         made->init();
@@ -69,7 +69,7 @@ CMC_Variable* removeClones(const MethodCall& c) {
     const int from = c.integer(1) == -1 ? 1 : c.integer(1);
     const int to = c.integer(2) == -1 ? object->getClonesNo() : c.integer(2);
     const ScriptScope scope;
-    forClones(object, from, to, [&c](const CXString& clone) { CMC_Scene::discard(c.scene->getObject(clone.c_str())); });
+    forClones(object, from, to, [&c](const CXString& clone) { CMC_Scene::discard(c.scene->lookUp(clone.view())); });
     return nullptr;
 }
 
