@@ -17,10 +17,11 @@ std::string_view trimmed(std::string_view text) {
     return text.substr(0, text.find_last_not_of(' ') + 1);
 }
 
-// The tokens between the characters of `separators`; a run of them counts as one.
+// The tokens between the separators; a run of them counts as one.
+template <char... separators>
 class Pieces {
 public:
-    Pieces(std::string_view text, std::string_view separators) : text_(text), separators_(separators) { skip(); }
+    explicit Pieces(std::string_view text) : text_(text) { skip(); }
 
     bool more() const { return position_ < text_.size(); }
 
@@ -34,21 +35,23 @@ public:
     }
 
 private:
-    bool isSeparator(char c) const { return separators_.find(c) != std::string_view::npos; }
+    static bool isSeparator(char c) { return ((c == separators) || ...); }
     void skip() {
         while (more() && isSeparator(text_[position_]))
             ++position_;
     }
 
     std::string_view text_;
-    std::string_view separators_;
     std::size_t position_ = 0;
 };
+
+using Tokens = Pieces<':', '=', '\n'>;
 
 // A line with all that is joined to it, as a view into the coder's line or into `buffer`.
 std::string_view logicalLine(CTextCoder& coder, std::string& buffer) {
     const std::string_view first = coder.nextLine();
-    if (first.size() > 1 && first.find_first_of("\t/") == std::string_view::npos) return trimmed(first);
+    const auto has = [&](char c) { return first.find(c) != std::string_view::npos; };
+    if (first.size() > 1 && !has('\t') && !has('/')) return trimmed(first);
     buffer.clear();
     for (std::string_view line = first;; line = coder.nextLine()) {
         const std::size_t start = buffer.size();
@@ -79,7 +82,7 @@ void define(CMElements& elements, std::string_view line) {
     const std::size_t close = line.rfind(')');
     if (open == std::string_view::npos || close == std::string_view::npos || close < open) return;
     auto element = std::make_unique<CMElement>(line.substr(kNameStart, open - kNameStart));
-    for (Pieces pieces(line.substr(open + 1, close - open - 1), "|"); pieces.more();) {
+    for (Pieces<'|'> pieces(line.substr(open + 1, close - open - 1)); pieces.more();) {
         const std::string_view piece = pieces.next();
         const std::size_t equals = piece.find('=');
         if (equals == std::string_view::npos) continue;
@@ -88,7 +91,7 @@ void define(CMElements& elements, std::string_view line) {
     elements.add(element.release());
 }
 
-void setProperty(CMElement& element, std::string_view name, Pieces& tokens) {
+void setProperty(CMElement& element, std::string_view name, Tokens& tokens) {
     if (!tokens.more()) {
         element.addProperty(name);
         return;
@@ -103,7 +106,7 @@ void setProperty(CMElement& element, std::string_view name, Pieces& tokens) {
 
 // Each statement takes its tokens, and the next token starts another one; a statement that fails drops the rest.
 void interpret(CMElements& elements, std::string_view line) {
-    for (Pieces tokens(line, ":=\n"); tokens.more();) {
+    for (Tokens tokens(line); tokens.more();) {
         const std::string_view word = tokens.next();
         if (word == "DEF") return define(elements, line);
         if (word == "OBJECT" || word == "IMPORT") {

@@ -16,7 +16,8 @@ CMC_StructureParser::CMC_StructureParser(CWindow* window, CXString fileName) {
     if (!elements) return;
     const auto forEachOf = [&elements](const char* type, auto build) {
         for (CXObject* object : elements->elements())
-            if (auto* element = static_cast<CMElement*>(object); element->getPropertyValue("TYPE") == type) build(element);
+            if (auto* element = static_cast<CMElement*>(object); element->getPropertyValue("TYPE") == type)
+                build(element);
     };
     forEachOf("SCENE", [&](CMElement* e) { structures_.add(new CMC_Scene(window, nullptr, e, CMC_Scene::kType)); });
     forEachOf("EPISODE", [&](CMElement* e) { structures_.add(new CMC_Episode(window, this, e)); });

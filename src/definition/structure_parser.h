@@ -25,6 +25,6 @@ public:
 
 private:
     CMC_Application* application_ = nullptr;
-    CXVector structures_;  // all that was built; void once the tree is taken down
+    CXVector structures_;                              // all that was built; void once the tree is taken down
     std::vector<std::unique_ptr<CMC_Scene>> orphans_;  // what no level took
 };

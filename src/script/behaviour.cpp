@@ -80,7 +80,8 @@ bool CMC_Behaviour::run(CMC_Object* self, const CodeParams* params, bool checkCo
     if (!ScriptScope::mayEnter()) return false;
     const ScriptScope scope;
     if (checkCondition)
-        if (CMC_BasicCondition* condition = conditionInterface_.get(); condition && !condition->valid(true)) return false;
+        if (CMC_BasicCondition* condition = conditionInterface_.get(); condition && !condition->valid(true))
+            return false;
     // The condition's own signals may have dropped the statements.
     if (!lines_) return false;
     Lines* lines = lines_.get();
@@ -102,7 +103,8 @@ void CMC_Behaviour::addTempObject(CMC_Object* object) { tempObjects_.emplace_bac
 
 void CMC_Behaviour::flushTempObjects() {
     const auto objects = std::exchange(tempObjects_, {});
-    for (const Ref<CMC_Object>& object : objects) CMC_Scene::discard(object.get());
+    for (const Ref<CMC_Object>& object : objects)
+        CMC_Scene::discard(object.get());
 }
 
 void CMC_Behaviour::runOnTimer(int interval, int count, CodeParams params, CMC_Behaviour* end) {
@@ -169,7 +171,8 @@ bool CMC_Behaviour::done(bool keep) {
 
 void CMC_Behaviour::compile(const CXString& code) {
     auto lines = std::make_unique<Lines>();
-    for (const CXString& statement : cut(code)) lines->all.push_back(std::make_unique<CMC_CodeLine>(this, statement));
+    for (const CXString& statement : cut(code))
+        lines->all.push_back(std::make_unique<CMC_CodeLine>(this, statement));
     lines_ = std::move(lines);
     compiled_ = code;
 }
@@ -179,7 +182,8 @@ void CMC_Behaviour::drop(bool keepBlocks) {
     // Statements that are dropped may drop others on their way out: this block's are gone for them already.
     std::unique_ptr<Lines> lines = std::move(lines_);
     if (keepBlocks)
-        for (const auto& line : lines->all) line->setOwnsBlocks(false);
+        for (const auto& line : lines->all)
+            line->setOwnsBlocks(false);
     if (lines->runs == 0) return;
     lines->isOrphan = true;
     lines.release();  // NOLINT(bugprone-unused-return-value): the run that uses them deletes them
@@ -248,7 +252,8 @@ std::vector<CXString> CMC_Behaviour::cut(const CXString& code) {
             continue;
         }
         if (buffer.size() > kStatementLimit)
-            platform::current().shell.debugOutput("script: a statement is too long and dropped: " + buffer.substr(0, 60));
+            platform::current().shell.debugOutput("script: a statement is too long and dropped: " +
+                                                  buffer.substr(0, 60));
         else
             statements.emplace_back(std::string_view(buffer));
         buffer.clear();

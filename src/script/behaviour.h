@@ -35,7 +35,7 @@ public:
     virtual void _break();  // ends the timer without running its end block; the block leaves the scene
     void onTimer(int id) override;
 
-    void init() override;  // fires ONINIT and compiles
+    void init() override;           // fires ONINIT and compiles
     bool done(bool keep) override;  // drops the statements; with `keep` the blocks that they made stay in the scene
     std::span<const std::string_view> getBehavioursList() const override;
     void retire() override;

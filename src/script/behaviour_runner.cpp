@@ -19,8 +19,7 @@ CMC_Variable* latestReturn(CMC_Scene* scene) {
 CMC_Variable* runOnce(const MethodCall& c, bool checkCondition) {
     std::optional<CodeParams> params;
     if (c.params) params = getParams(c.runner, c.scene, c.params);
-    const bool broke =
-        static_cast<CMC_Behaviour*>(c.object)->run(nullptr, params ? &*params : nullptr, checkCondition);
+    const bool broke = static_cast<CMC_Behaviour*>(c.object)->run(nullptr, params ? &*params : nullptr, checkCondition);
     return broke ? CMC_Variable::breakValue() : latestReturn(c.scene);
 }
 
@@ -33,7 +32,8 @@ CMC_Variable* runLooped(const MethodCall& c) {
     const std::int64_t bound = start + c.integer(1);
     const int step = c.count() > 2 ? c.integer(2) : 1;
     CodeParams params = {"0"};
-    for (int i = 2; i < c.count(); ++i) params.push_back(c.text(i));
+    for (int i = 2; i < c.count(); ++i)
+        params.push_back(c.text(i));
     const Ref<CMC_Behaviour> block(static_cast<CMC_Behaviour*>(c.object));
     for (std::int64_t i = start; i < bound && block; i += step) {
         params.front() = CXString::toString(static_cast<int>(i));
@@ -43,10 +43,10 @@ CMC_Variable* runLooped(const MethodCall& c) {
 }
 
 constexpr MethodRow kMethods[] = {
-    {1, "RUN",       {run, "*"}                   },
-    {2, "RUNC",      {runChecked, "*"}            },
-    {3, "RUNLOOPED", {runLooped, "iii*"}          },
-    {4, "BREAK",     bind<&CMC_Behaviour::_break> },
+    {1, "RUN",       {run, "*"}                  },
+    {2, "RUNC",      {runChecked, "*"}           },
+    {3, "RUNLOOPED", {runLooped, "iii*"}         },
+    {4, "BREAK",     bind<&CMC_Behaviour::_break>},
 };
 static_assert(isMethodTable(kMethods));
 

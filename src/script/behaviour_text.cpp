@@ -41,7 +41,8 @@ CMC_Variable* CMC_Behaviour::resolveParameter(CMC_Scene* scene, CMC_Object* self
     return CMC_Variable::resolve(text);
 }
 
-CXVector* CMC_Behaviour::resolveParameters(CMC_Scene* scene, CMC_Object* self, CXString text, CMC_Behaviour* behaviour) {
+CXVector* CMC_Behaviour::resolveParameters(CMC_Scene* scene, CMC_Object* self, CXString text,
+                                           CMC_Behaviour* behaviour) {
     if (!text.IsString()) return nullptr;
     auto values = std::make_unique<CXVector>();
     int depth = 0;
@@ -109,6 +110,7 @@ CMC_Variable* CMC_Behaviour::runLine(CMC_Scene* scene, CMC_Object* self, CXStrin
                                ? runner->run(packedByte(method.GetAt(1)), target, scene, params.get())
                                : runner->run(method, target, scene, params.get());
     if (params)
-        for (CXObject* value : params->elements()) release(static_cast<CMC_Variable*>(value));
+        for (CXObject* value : params->elements())
+            release(static_cast<CMC_Variable*>(value));
     return result;
 }

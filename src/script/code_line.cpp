@@ -46,7 +46,7 @@ CMC_Variable* valueOf(CMC_Object* object) {
 // The values of one run, and the ones among them that it has to clear away.
 struct CMC_CodeLine::Run {
     CXVector* values;
-    std::unique_ptr<CXVector> own;  // of a run within a run of the same line
+    std::unique_ptr<CXVector> own;                    // of a run within a run of the same line
     std::vector<std::unique_ptr<CMC_Variable>> made;  // expressions and names of blocks
     std::vector<Ref<CMC_Behaviour>> blocks;
 };
@@ -74,7 +74,8 @@ CMC_CodeLine::CMC_CodeLine(CMC_Behaviour* owner, CXString text, Span span)
     : source_(std::move(text)), owner_(owner), span_(span) {
     const Nesting nesting;
     if (Nesting::isTooDeep()) {
-        platform::current().shell.debugOutput("script: nested too deeply: " + std::string(source_.view().substr(0, 60)));
+        platform::current().shell.debugOutput("script: nested too deeply: " +
+                                              std::string(source_.view().substr(0, 60)));
         return;
     }
     CXString& s = source_;
@@ -170,7 +171,8 @@ void CMC_CodeLine::compileParameters(int open) {
         if (i > start) compileParameter(text.Mid(start, i));
         start = i + 1;
     }
-    for (const Parameter& parameter : parameters_) values_.add(parameter.value.get());
+    for (const Parameter& parameter : parameters_)
+        values_.add(parameter.value.get());
 }
 
 void CMC_CodeLine::compileParameter(const CXString& piece) {
@@ -224,7 +226,8 @@ CMC_Variable* CMC_CodeLine::run(CMC_Object* self, const CodeParams* params) {
     const bool isOutermost = !isRunning_;
     if (!isOutermost) {
         run.own = std::make_unique<CXVector>(static_cast<int>(parameters_.size()) + 4);
-        for (const Parameter& parameter : parameters_) run.own->add(parameter.value.get());
+        for (const Parameter& parameter : parameters_)
+            run.own->add(parameter.value.get());
         run.values = run.own.get();
     }
     isRunning_ = true;

@@ -75,19 +75,19 @@ private:
     Form form_ = Form::nothing;
     Span span_;
     bool ownsBlocks_ = true;
-    bool allStatic_ = true;      // no parameter needs work at run time
+    bool allStatic_ = true;  // no parameter needs work at run time
     bool hasParameters_ = false;
     bool hasDollar_ = false;
     bool nameHasDollar_ = false;
-    bool isRunning_ = false;     // values_ is in use; a run within gets values of its own
+    bool isRunning_ = false;  // values_ is in use; a run within gets values of its own
 
     CXString objectName_;
-    Ref<CMC_Object> target_;     // of a call or an atom, as found when compiling
+    Ref<CMC_Object> target_;  // of a call or an atom, as found when compiling
     CMC_Runner* runner_ = nullptr;
     CXString method_;
-    int methodId_ = -1;          // -1: dispatch by name
+    int methodId_ = -1;  // -1: dispatch by name
     std::vector<Parameter> parameters_;
-    CXVector values_{4};         // parallel to parameters_
+    CXVector values_{4};  // parallel to parameters_
 
     std::unique_ptr<CMC_Variable> literal_;  // a kept atom's literal, as long as no object bears its text as name
     unsigned literalEpoch_ = 0;

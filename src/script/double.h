@@ -19,7 +19,6 @@ public:
 
     void setValue(double value);
 
-
     void inc() override;
     void dec() override;
     int compare(CMC_Variable* other) override;

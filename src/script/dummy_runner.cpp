@@ -171,29 +171,31 @@ CMC_Variable* runOnTimer(const MethodCall& c) {
     // `&1` is a `$1` that survived the substitutions made on the way here.
     code.Replace('&', '$');
     CMC_Object* found = lookUp(c, endText);
-    CMC_Behaviour* end = found && found->getType() == CMC_Behaviour::kType ? static_cast<CMC_Behaviour*>(found) : nullptr;
+    CMC_Behaviour* end =
+        found && found->getType() == CMC_Behaviour::kType ? static_cast<CMC_Behaviour*>(found) : nullptr;
     if (found == nullptr && endText.IsString()) end = addTimerBlock(c.scene, endText);
     CodeParams params = {"0"};
-    for (int i = 4; i < c.count(); ++i) params.push_back(c.text(i));
+    for (int i = 4; i < c.count(); ++i)
+        params.push_back(c.text(i));
     CMC_Behaviour* block = addTimerBlock(c.scene, code);
     block->runOnTimer(interval, count, std::move(params), end);
     return toScript(block->getName());
 }
 
 constexpr MethodRow kStatements[] = {
-    {1,  "IF",         {ifThen, "sssss"}       },
-    {2,  "WHILE",      {whileHolds, "ssss"}    },
-    {3,  "RETURN",     {giveBack, "s"}         },
-    {4,  "BREAK",      {leave, ""}             },
-    {5,  "CONV",       {convert, "vs"}         },
-    {6,  "MSGBOX",     {messageBox, "*"}       },
+    {1,  "IF",         {ifThen, "sssss"}           },
+    {2,  "WHILE",      {whileHolds, "ssss"}        },
+    {3,  "RETURN",     {giveBack, "s"}             },
+    {4,  "BREAK",      {leave, ""}                 },
+    {5,  "CONV",       {convert, "vs"}             },
+    {6,  "MSGBOX",     {messageBox, "*"}           },
     {7,  "BOOL",       {declare<CMC_Bool>, "sv"}   },
     {8,  "DOUBLE",     {declare<CMC_Double>, "sv"} },
     {9,  "INT",        {declare<CMC_Integer>, "sv"}},
     {10, "STRING",     {declare<CMC_String>, "sv"} },
-    {11, "LOOP",       {loop, "siii"}          },
-    {12, "VALUE",      {valueNamed, "s"}       },
-    {13, "RUNONTIMER", {runOnTimer, "iiss*"}   },
+    {11, "LOOP",       {loop, "siii"}              },
+    {12, "VALUE",      {valueNamed, "s"}           },
+    {13, "RUNONTIMER", {runOnTimer, "iiss*"}       },
 };
 static_assert(isMethodTable(kStatements));
 

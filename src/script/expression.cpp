@@ -79,7 +79,8 @@ void CMC_Expression::split(const CXString& text) {
 void CMC_Expression::compile() {
     operands_.clear();
     if (!owner_) owner_ = std::make_unique<CMC_Behaviour>(getScene(), "", "temp");
-    for (const CXString& text : texts_) operands_.push_back(std::make_unique<CMC_CodeLine>(owner_.get(), text));
+    for (const CXString& text : texts_)
+        operands_.push_back(std::make_unique<CMC_CodeLine>(owner_.get(), text));
 }
 
 void CMC_Expression::init() {

@@ -61,8 +61,8 @@ private:
     void split(const CXString& text);
     void compile();
 
-    std::vector<CXString> texts_;      // of the operands
-    std::vector<Operation> operators_;  // one fewer than operands
+    std::vector<CXString> texts_;           // of the operands
+    std::vector<Operation> operators_;      // one fewer than operands
     std::unique_ptr<CMC_Behaviour> owner_;  // of the lines; empty, it gives them the scene
     std::vector<std::unique_ptr<CMC_CodeLine>> operands_;
     std::unique_ptr<CMC_Variable> result_;

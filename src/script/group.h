@@ -18,7 +18,7 @@ public:
     CMC_Groupped(CMC_Scene* scene, CMElement* element);
     CMC_Groupped(CXString name, CMC_Scene* scene);
 
-    void add(CMC_Object* object);   // unless it is a member already
+    void add(CMC_Object* object);  // unless it is a member already
     void join(CMC_Object* object) { add(object); }
     void remove(CMC_Object* object);
     void removeAll() { members_.clear(); }

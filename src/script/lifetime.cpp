@@ -10,8 +10,7 @@
 
 namespace {
 
-// Behaviours within behaviours. Far above what scripts need, and well within the stack of a debugging build.
-constexpr int kDeepest = 1000;
+constexpr int kNearlyAtStart = 8;
 
 bool told = false;
 bool sweeping = false;
@@ -27,15 +26,20 @@ void sweep() {
     sweeping = true;
     while (!condemned().empty()) {
         auto objects = std::exchange(condemned(), {});
-        for (auto& object : objects) object.reset();
+        for (auto& object : objects)
+            object.reset();
     }
     sweeping = false;
 }
 
 }  // namespace
 
-bool ScriptScope::mayEnter() {
-    if (depth_ < kDeepest) return true;
+bool ScriptScope::mayEnterAgain() {
+    if (overflowed_ && depth_ <= kNearlyAtStart) {
+        overflowed_ = false;
+        return true;
+    }
+    overflowed_ = true;
     if (!told) platform::current().shell.debugOutput("script: nested too deeply, the call is dropped");
     told = true;
     return false;
@@ -43,6 +47,7 @@ bool ScriptScope::mayEnter() {
 
 void ScriptScope::end() {
     told = false;
+    overflowed_ = false;
     sweep();
 }
 

@@ -19,12 +19,19 @@ public:
 
     static int depth() { return depth_; }
     // False when the script is nested so deeply that it must not go further; says so once for each outermost run.
-    static bool mayEnter();
+    // From then on every way down is closed until the script has come back nearly to its start: a recursion with two
+    // branches would else try all of them.
+    static bool mayEnter() { return depth_ < kDeepest && !overflowed_ ? true : mayEnterAgain(); }
 
 private:
+    // Behaviours within behaviours. Far above what scripts need, and well within the stack of a debugging build.
+    static constexpr int kDeepest = 1000;
+
+    static bool mayEnterAgain();
     static void end();
 
     static inline int depth_ = 0;
+    static inline bool overflowed_ = false;
 };
 
 // Destroys the object when no script is running, else at the end of the outermost run; in the order of the calls.

@@ -42,7 +42,8 @@ CMC_Object::~CMC_Object() {
     // retires it first.
     if (refSlot_) RefRegistry::release(refSlot_);
     if (!handlers_) return;
-    for (CXObject* handler : handlers_->getAllValues()->elements()) delete handler;
+    for (CXObject* handler : handlers_->getAllValues()->elements())
+        delete handler;
 }
 
 void CMC_Object::init() {
@@ -163,7 +164,8 @@ void CMC_Object::initializeBehaviours(CMC_Scene* scene, CMElement* element) {
                     value.AllTrim(' ');
                     params = std::make_unique<CodeParams>();
                     CXArray* pieces = inner.toVector();
-                    for (int p = 0; p < pieces->size(); ++p) params->push_back(*pieces->stringAt(p));
+                    for (int p = 0; p < pieces->size(); ++p)
+                        params->push_back(*pieces->stringAt(p));
                     deleteStrings(pieces);
                 }
                 CMC_Object* found = scene->getObject(value.c_str());
@@ -247,9 +249,11 @@ void CMC_Object::serialize(CXArchive* archive) {
             auto* key = static_cast<CStringHashCode*>(object);
             auto* handler = static_cast<CMC_Handler*>(handlers_->get(key));
             const CodeParams* params = handler->getParams();
-            *archive << key->getString() << handler->getBehaviourName() << (params ? static_cast<int>(params->size()) : 0);
+            *archive << key->getString() << handler->getBehaviourName()
+                     << (params ? static_cast<int>(params->size()) : 0);
             if (params)
-                for (const CXString& text : *params) *archive << text;
+                for (const CXString& text : *params)
+                    *archive << text;
         }
         return;
     }

@@ -47,8 +47,8 @@ public:
     virtual void setScene(CMC_Scene* scene) { scene_ = scene; }
     virtual CMC_Scene* getScene() const { return scene_; }
     virtual int getClonesNo() const { return clonesNo_; }
-    virtual int getCloneIdx() const;   // the number behind the last `_` of the name; 0: none
-    virtual CXString getCloneName();   // NAME_n, counting on at each call
+    virtual int getCloneIdx() const;         // the number behind the last `_` of the name; 0: none
+    virtual CXString getCloneName();         // NAME_n, counting on at each call
     virtual void clone(CMC_Object* target);  // fills in a bare copy and adds it to the scene, which owns it then
     virtual void clone(int n);
     virtual void resetClones() { clonesNo_ = 0; }

@@ -56,12 +56,14 @@ constexpr std::array kTypes = {
 #include "script/script_types.def"
 #undef SCRIPT_TYPE
 #undef LATER_TYPE
-    // Recognised, and makes nothing.
-    TypeRow{-1, "", "MULTIIMAGE", 5, &make<nothing>},
 };
+
+// A word that is recognised and makes nothing.
+constexpr TypeRow kMultiImage{-1, "", "MULTIIMAGE", 5, &make<nothing>};
 
 const TypeRow* findKeyword(std::string_view keyword) {
     if (keyword.empty()) return nullptr;
+    if (keyword == kMultiImage.keyword) return &kMultiImage;
     const auto* row = std::ranges::find(kTypes, keyword, &TypeRow::keyword);
     return row == kTypes.end() ? nullptr : row;
 }

@@ -46,7 +46,8 @@ CMC_Variable* addBehaviour(const MethodCall& c) {
     CMC_Object* found = c.scene->getObject(c.text(1).c_str());
     if (found == nullptr || found->getType() != CMC_Behaviour::kType) return nullptr;
     auto params = std::make_unique<CodeParams>();
-    for (int i = 2; i < c.count(); ++i) params->push_back(c.text(i));
+    for (int i = 2; i < c.count(); ++i)
+        params->push_back(c.text(i));
     c.object->addBehaviour(key, static_cast<CMC_Behaviour*>(found), std::move(params));
     return nullptr;
 }
@@ -64,16 +65,16 @@ CMC_Variable* messageBox(const MethodCall& c) {
 }
 
 constexpr MethodRow kMethods[] = {
-    {96,  "SEND",            {send, "s"}                        },
-    {97,  "ADDTOGROUP",      {addTo<CMC_Groupped>, "s"}         },
-    {98,  "ADDTOARRAY",      {addTo<CMC_Array>, "s"}            },
-    {99,  "GETNAME",         {getName, ""}                      },
-    {100, "CLONE",           {clone, "i"}                       },
-    {101, "ADDBEHAVIOUR",    {addBehaviour, "ss*"}              },
-    {102, "GETCLONEINDEX",   bind<&CMC_Object::getCloneIdx>     },
-    {103, "MSGBOX",          {messageBox, ""}                   },
-    {104, "RESETCLONES",     bind<&CMC_Object::resetClones>     },
-    {105, "REMOVEBEHAVIOUR", {removeBehaviour, "s"}             },
+    {96,  "SEND",            {send, "s"}                   },
+    {97,  "ADDTOGROUP",      {addTo<CMC_Groupped>, "s"}    },
+    {98,  "ADDTOARRAY",      {addTo<CMC_Array>, "s"}       },
+    {99,  "GETNAME",         {getName, ""}                 },
+    {100, "CLONE",           {clone, "i"}                  },
+    {101, "ADDBEHAVIOUR",    {addBehaviour, "ss*"}         },
+    {102, "GETCLONEINDEX",   bind<&CMC_Object::getCloneIdx>},
+    {103, "MSGBOX",          {messageBox, ""}              },
+    {104, "RESETCLONES",     bind<&CMC_Object::resetClones>},
+    {105, "REMOVEBEHAVIOUR", {removeBehaviour, "s"}        },
 };
 static_assert(isMethodTable(kMethods, CMC_Runner::kLastId));
 
@@ -95,7 +96,8 @@ T* converted(CMC_Variable* value) {
 CMC_Runner::CMC_Runner() : methods_(101, 0.75, true), lookupKey_("temp") {}
 
 CMC_Runner::~CMC_Runner() {
-    for (CXObject* id : methods_.getAllValues()->elements()) delete id;
+    for (CXObject* id : methods_.getAllValues()->elements())
+        delete id;
 }
 
 void CMC_Runner::prepareMthHashSet() { enterMethods(kMethods); }

@@ -68,7 +68,8 @@ void CMC_RunnerFactory::initialize() {
 }
 
 void CMC_RunnerFactory::done() {
-    for (const RunnerRow& row : kRunners) row.runner->reset();
+    for (const RunnerRow& row : kRunners)
+        row.runner->reset();
 }
 
 CMC_Runner* CMC_RunnerFactory::getRunner(int type) {

@@ -20,7 +20,6 @@ public:
     void setValue(CXString value);
     void upper();  // a to z and nine Polish letters; signals nothing
 
-
     void inc() override;
     void dec() override;
     int compare(CMC_Variable* other) override;

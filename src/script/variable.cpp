@@ -167,5 +167,6 @@ int truncated(double value) {
 }
 
 void putInt32(std::byte* at, int value) {
-    for (int i = 0; i < 4; ++i) at[i] = static_cast<std::byte>(static_cast<std::uint32_t>(value) >> (8 * i));
+    for (int i = 0; i < 4; ++i)
+        at[i] = static_cast<std::byte>(static_cast<std::uint32_t>(value) >> (8 * i));
 }

@@ -154,13 +154,15 @@ CMC_Variable* cosd(const MethodCall& c) {
 
 CMC_Variable* mina(const MethodCall& c) {
     double least = c.real(0);
-    for (int i = 1; i < c.count(); ++i) least = std::min(least, c.real(i));
+    for (int i = 1; i < c.count(); ++i)
+        least = std::min(least, c.real(i));
     return storeAndGive(c, least);
 }
 
 CMC_Variable* maxa(const MethodCall& c) {
     double largest = c.real(0);
-    for (int i = 1; i < c.count(); ++i) largest = std::max(largest, c.real(i));
+    for (int i = 1; i < c.count(); ++i)
+        largest = std::max(largest, c.real(i));
     return storeAndGive(c, largest);
 }
 
@@ -219,7 +221,8 @@ CMC_Variable* insertAt(const MethodCall& c) {
     constexpr std::int64_t kLongest = 16 << 20;  // no text of a script comes near it
     if (times <= 0 || std::int64_t{times} * what.GetLength() > kLongest) return nullptr;
     CXString inserted;
-    for (int i = 0; i < times; ++i) inserted += what;
+    for (int i = 0; i < times; ++i)
+        inserted += what;
     text->setValue(text->getValue().Left(at) + inserted + text->getValue().Right(at));
     return nullptr;
 }
@@ -244,41 +247,41 @@ CMC_Variable* round(const MethodCall& c) {
 }
 
 constexpr MethodRow kMethods[] = {
-    {1,  "SET",        {set, "v"}                           },
-    {2,  "SWITCH",     {_switch, "vv"}                      },
-    {3,  "CLEAR",      {clear, ""}                          },
-    {4,  "INC",        {inc, ""}                            },
-    {5,  "DEC",        {dec, ""}                            },
-    {6,  "ADD",        {add, "v"}                           },
-    {7,  "MUL",        {apply<Operation::multiply>, "v"}    },
-    {8,  "RESETINI",   {resetIni, ""}                       },
-    {9,  "SETDEFAULT", {setDefault, "v"}                    },
-    {10, "SUB",        {sub, "vi"}                          },
-    {11, "DIV",        {apply<Operation::divide>, "v"}      },
-    {12, "MOD",        {apply<Operation::modulo>, "v"}      },
-    {13, "ABS",        {abs, "i"}                           },
-    {14, "AND",        {bitAnd, "i"}                        },
-    {15, "OR",         {bitOr, "i"}                         },
-    {16, "NOT",        {bitNot, ""}                         },
-    {17, "XOR",        {bitXor, "i"}                        },
-    {18, "POWER",      {power, "i"}                         },
-    {20, "SQRT",       {sqrt, ""}                           },
-    {21, "CLAMP",      {clamp, "vv"}                        },
-    {22, "LENGTH",     {length, "dd"}                       },
-    {23, "ARCTAN",     {arcTan, "d"}                        },
-    {24, "GET",        {get, "ii"}                          },
-    {25, "MINA",       {mina, "d*"}                         },
-    {26, "MAXA",       {maxa, "d*"}                         },
-    {27, "ARCTANEX",   {arcTanEX, "ddd"}                    },
-    {28, "SINUS",      {sind, "d"}                          },
-    {29, "COSINUS",    {cosd, "d"}                          },
-    {30, "UPPER",      {upper, ""}                          },
-    {31, "FIND",       {find, "si"}                         },
-    {32, "CUT",        {cut, "ii"}                          },
-    {33, "REPLACEAT",  {replaceAt, "is"}                    },
-    {34, "INSERTAT",   {insertAt, "isi"}                    },
-    {35, "REPLACE",    {replace, "ss"}                      },
-    {36, "ROUND",      {round, ""}                          },
+    {1,  "SET",        {set, "v"}                       },
+    {2,  "SWITCH",     {_switch, "vv"}                  },
+    {3,  "CLEAR",      {clear, ""}                      },
+    {4,  "INC",        {inc, ""}                        },
+    {5,  "DEC",        {dec, ""}                        },
+    {6,  "ADD",        {add, "v"}                       },
+    {7,  "MUL",        {apply<Operation::multiply>, "v"}},
+    {8,  "RESETINI",   {resetIni, ""}                   },
+    {9,  "SETDEFAULT", {setDefault, "v"}                },
+    {10, "SUB",        {sub, "vi"}                      },
+    {11, "DIV",        {apply<Operation::divide>, "v"}  },
+    {12, "MOD",        {apply<Operation::modulo>, "v"}  },
+    {13, "ABS",        {abs, "i"}                       },
+    {14, "AND",        {bitAnd, "i"}                    },
+    {15, "OR",         {bitOr, "i"}                     },
+    {16, "NOT",        {bitNot, ""}                     },
+    {17, "XOR",        {bitXor, "i"}                    },
+    {18, "POWER",      {power, "i"}                     },
+    {20, "SQRT",       {sqrt, ""}                       },
+    {21, "CLAMP",      {clamp, "vv"}                    },
+    {22, "LENGTH",     {length, "dd"}                   },
+    {23, "ARCTAN",     {arcTan, "d"}                    },
+    {24, "GET",        {get, "ii"}                      },
+    {25, "MINA",       {mina, "d*"}                     },
+    {26, "MAXA",       {maxa, "d*"}                     },
+    {27, "ARCTANEX",   {arcTanEX, "ddd"}                },
+    {28, "SINUS",      {sind, "d"}                      },
+    {29, "COSINUS",    {cosd, "d"}                      },
+    {30, "UPPER",      {upper, ""}                      },
+    {31, "FIND",       {find, "si"}                     },
+    {32, "CUT",        {cut, "ii"}                      },
+    {33, "REPLACEAT",  {replaceAt, "is"}                },
+    {34, "INSERTAT",   {insertAt, "isi"}                },
+    {35, "REPLACE",    {replace, "ss"}                  },
+    {36, "ROUND",      {round, ""}                      },
 };
 static_assert(isMethodTable(kMethods));
 

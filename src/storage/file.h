@@ -33,7 +33,7 @@ public:
     virtual CXString getLocalPath(const CXString& path) const;
 
     // 0, or 2000 when no attempt succeeded. The name may be a script's. The copy under the program's folder comes
-    // before the file itself, and a translated copy before either. Without a window there is no data root.
+    // before the file itself, and before each of them its translated copy. Without a window there is no data root.
     int Open(CWindow* window, const CXString& name, int mode);
     int Close();  // the error word
     std::FILE* GetHandle() const { return stream_; }

@@ -80,8 +80,7 @@ CXString CFolder::startSearch(const CXString& pattern, bool folderOnly) {
 
 CXString CFolder::startDiskSearch(bool folderOnly) {
     found_ = platform::current().files.find(pattern_.view());
-    while (folderOnly && next_ < found_.size() && !found_[next_].isFolder)
-        ++next_;
+    if (folderOnly) std::erase_if(found_, [](const platform::FileEntry& entry) { return !entry.isFolder; });
     return GetNextFileName();
 }
 

@@ -70,7 +70,8 @@ CMC_Application::CMC_Application(CWindow* window, CMC_StructureParser* parser, C
     : CMC_Scene(window, nullptr, element, kType), commandLine_(commandLine) {
     CMC_Behaviour::initTrash();
     CStringTokenizer names(element->getPropertyValue("EPISODES"), ", ");
-    while (names.hasMoreTokens()) addChild(parser->get(names.nextToken()));
+    while (names.hasMoreTokens())
+        addChild(parser->get(names.nextToken()));
     const CXString start = element->getPropertyValue("STARTWITH");
     if (start.IsString()) startEpisode_ = static_cast<CMC_Scene*>(parser->get(start));
     if (startEpisode_ == nullptr) startEpisode_ = firstChild();

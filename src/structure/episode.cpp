@@ -31,7 +31,8 @@ CMC_Episode::CMC_Episode(CWindow* window) : CMC_Scene(window, kType) {}
 CMC_Episode::CMC_Episode(CWindow* window, CMC_StructureParser* parser, CMElement* element)
     : CMC_Scene(window, nullptr, element, kType) {
     CStringTokenizer names(element->getPropertyValue("SCENES"), ", ");
-    while (names.hasMoreTokens()) addChild(parser->get(names.nextToken()));
+    while (names.hasMoreTokens())
+        addChild(parser->get(names.nextToken()));
     startScene_ = static_cast<CMC_Scene*>(parser->get(element->getPropertyValue("STARTWITH")));
     if (startScene_ == nullptr) startScene_ = firstChild();
     loadOwnObjects();

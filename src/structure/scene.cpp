@@ -141,7 +141,8 @@ void CMC_Scene::addChild(CMC_Object* child) {
 void CMC_Scene::deleteChildren() {
     while (!subScenes_.isEmpty()) {
         auto* child = static_cast<CMC_Scene*>(subScenes_.at(0));
-        while (subScenes_.contains(child)) subScenes_.remove(child);
+        while (subScenes_.contains(child))
+            subScenes_.remove(child);
         if (child->getParent() == this) delete child;
     }
     current_ = nullptr;
@@ -208,7 +209,8 @@ void CMC_Scene::resolveDLLs(const CXString& names) {
 
 // Behind the objects that the modules made, which may still have to wait for the end of the running script.
 void CMC_Scene::doneDLLs() {
-    for (auto& extension : extensions_) destroyLate(std::move(extension));
+    for (auto& extension : extensions_)
+        destroyLate(std::move(extension));
     extensions_.clear();
 }
 

@@ -49,7 +49,7 @@ public:
     virtual bool loadCnv();
     virtual CMC_Application* getMCApplication();
     virtual void restart();
-    virtual void unload(CMC_Scene* next);  // leaves; `next` is the scene that follows, or null
+    virtual void unload(CMC_Scene* next);                 // leaves; `next` is the scene that follows, or null
     virtual CMC_Scene* find(const CXString& name) const;  // a direct child; null: none
     virtual void _goto(CMC_Scene* next, CMC_Scene* old);  // at once
     virtual void _goto(const CXString& name);             // with the next domodal; an unknown name takes a wish back
@@ -77,11 +77,11 @@ public:
     // Takes the object out of its scene for good. It is destroyed when no script is running. Null is allowed.
     static void discard(CMC_Object* object);
 
-    CMC_Object* getObject(int index) const;              // null outside the scene
-    CMC_Object* getObject(const char* name);             // here, then in the parents; null: none
+    CMC_Object* getObject(int index) const;   // null outside the scene
+    CMC_Object* getObject(const char* name);  // here, then in the parents; null: none
     CMC_Object* getObject(const CStringHashCode& name);
-    int getObjectId(const CXString& name) const;         // index, here alone; -1: none
-    CXVector* getObjectsOfType(int type) const;          // a new vector, the caller's
+    int getObjectId(const CXString& name) const;  // index, here alone; -1: none
+    CXVector* getObjectsOfType(int type) const;   // a new vector, the caller's
     // The object that the element defines, by itself or by a module; null: none.
     std::unique_ptr<CMC_Object> resolve(CMElement* element);
     // Builds the objects of all elements in five passes. Returns the elements that no pass took, in a new list that
@@ -119,12 +119,12 @@ private:
     CWindow* window_;
     CUnit6* unit_ = nullptr;
     CXVector subScenes_;
-    std::unique_ptr<CXVector> objects_;   // owned, the levels of the tree excepted
-    std::unique_ptr<CHashtable> table_;   // name to object
+    std::unique_ptr<CXVector> objects_;  // owned, the levels of the tree excepted
+    std::unique_ptr<CHashtable> table_;  // name to object
     CMC_Scene* parent_ = nullptr;
     CMC_Scene* current_ = nullptr;
     CMC_Scene* pending_ = nullptr;
-    CXVector history_;    // children in the order entered
+    CXVector history_;   // children in the order entered
     CXArray monitored_;  // CGraphicsObject, given to the collision inspector by this scene
     std::vector<std::unique_ptr<CMC_DLLExModuleInterface>> extensions_;
     CXString draggedName_;

@@ -35,7 +35,8 @@ std::unique_ptr<CMC_Object> CMC_Scene::resolve(CMElement* element) {
 
 CMElements* CMC_Scene::resolveObjects(CMElements* elements) {
     std::vector<CMElement*> left;
-    for (CXObject* element : elements->elements()) left.push_back(static_cast<CMElement*>(element));
+    for (CXObject* element : elements->elements())
+        left.push_back(static_cast<CMElement*>(element));
     for (int pass = 1; pass <= kPasses; ++pass) {
         std::vector<CMElement*> kept;
         for (CMElement* element : left) {
@@ -59,7 +60,8 @@ CMElements* CMC_Scene::resolveObjects(CMElements* elements) {
                     static_cast<CMC_Behaviour*>(object)->resolveCondition();
     }
     auto* rest = new CMElements(false);
-    for (CMElement* element : left) rest->add(element);
+    for (CMElement* element : left)
+        rest->add(element);
     return rest;
 }
 
@@ -125,7 +127,8 @@ bool CMC_Scene::initialize(CMC_Scene* previous) {
 
         const ScriptScope scope;
         CMC_Object* start = getObject("__INIT__");
-        if (start && start->getType() == CMC_Behaviour::kType) static_cast<CMC_Behaviour*>(start)->run(this, nullptr, true);
+        if (start && start->getType() == CMC_Behaviour::kType)
+            static_cast<CMC_Behaviour*>(start)->run(this, nullptr, true);
         // Once with all objects, and once more when everything stands.
         if (getBehaviour("ONINIT")) onSignal("ONINIT");
         startMusic_ = previous == nullptr || !(previous->getMusicFilename() == getMusicFilename());
@@ -138,7 +141,8 @@ void CMC_Scene::onInit() {
     if (!table_ || table_->getCount() == 0) return;
     const ScriptScope scope;
     std::vector<Ref<CMC_Object>> objects;
-    for (CXObject* object : objects_->elements()) objects.emplace_back(static_cast<CMC_Object*>(object));
+    for (CXObject* object : objects_->elements())
+        objects.emplace_back(static_cast<CMC_Object*>(object));
     for (const Ref<CMC_Object>& object : objects)
         if (object) object->init();
 }
@@ -165,7 +169,8 @@ void CMC_Scene::unloadObjects() {
         if (parent_->getParent()) removeObject(parent_->getParent());
     }
     std::vector<Ref<CMC_Object>> values;
-    for (CXObject* object : table_->getAllValues()->elements()) values.emplace_back(static_cast<CMC_Object*>(object));
+    for (CXObject* object : table_->getAllValues()->elements())
+        values.emplace_back(static_cast<CMC_Object*>(object));
     for (const Ref<CMC_Object>& value : values)
         if (value) value->done(true);
     // What ONDONE handlers make meanwhile goes, too.
@@ -179,5 +184,6 @@ void CMC_Scene::unloadObjects() {
     }
     table_.reset();
     objects_.reset();
-    for (auto& object : dying) destroyLate(std::move(object));
+    for (auto& object : dying)
+        destroyLate(std::move(object));
 }

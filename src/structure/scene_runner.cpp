@@ -29,7 +29,8 @@ CMC_Variable* run(const MethodCall& c) {
 template <class Action>
 void forClones(const CMC_Object* object, int from, int to, Action action) {
     const CXString name = object->getName() + "_";
-    for (std::int64_t i = from; i <= to; ++i) action(name + CXString::toString(static_cast<int>(i)));
+    for (std::int64_t i = from; i <= to; ++i)
+        action(name + CXString::toString(static_cast<int>(i)));
 }
 
 CMC_Variable* runClones(const MethodCall& c) {
@@ -98,7 +99,9 @@ CMC_Variable* getMusicVolume(const MethodCall& c) {
 
 CMC_Variable* setMusicPan(const MethodCall& c) {
     const std::int64_t pan = (std::int64_t{c.integer(0)} - 400) * 3200 / 400;
-    scene(c)->getWindow()->setMusicPan(pan < kQuietest ? kSilence : pan > -kQuietest ? -kSilence : static_cast<int>(pan));
+    scene(c)->getWindow()->setMusicPan(pan < kQuietest    ? kSilence
+                                       : pan > -kQuietest ? -kSilence
+                                                          : static_cast<int>(pan));
     return nullptr;
 }
 
@@ -168,7 +171,8 @@ CMC_Variable* runNamed(const MethodCall& c, bool (*isWord)(const CXString& metho
         return nullptr;
     }
     CXVector values;
-    for (int i = 2; i < c.count(); ++i) values.add(c.params->at(i));
+    for (int i = 2; i < c.count(); ++i)
+        values.add(c.params->at(i));
     return runner->run(method, object, c.scene, &values);
 }
 
