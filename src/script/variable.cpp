@@ -44,7 +44,7 @@ int CMC_Variable::compare(CXObject* other) { return compare(static_cast<CMC_Obje
 
 CMC_Variable* CMC_Variable::convert(int type) {
     if (type == getType()) return this;
-    const auto handOver = [this](auto* result, const auto& value) {
+    const auto handOver = [](auto* result, const auto& value) {
         result->assign(value);
         return result;
     };
