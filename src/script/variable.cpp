@@ -76,14 +76,14 @@ CMC_Variable* CMC_Variable::convert(int type) {
     }
 }
 
-void CMC_Variable::onChange(bool differs) {
-    if (keepsSignalsOrIni()) changed(differs);
+void CMC_Variable::onChange(bool changed) {
+    if (keepsSignalsOrIni()) tellChange(changed);
 }
 
-void CMC_Variable::changed(bool differs) {
+void CMC_Variable::tellChange(bool changed) {
     const ScriptScope scope;
     fire(kOnBrutalChanged, toString());
-    if (!differs) return;
+    if (!changed) return;
     fire(kOnChanged, toString());
     if (toIni_)
         if (CConfig* config = configOf(getScene())) config->PutString(getScene()->getName(), getName(), toString());

@@ -85,7 +85,7 @@ protected:
     bool keepsSignalsOrIni() const { return hasSignals() || toIni_ || netNotify_; }
 
 private:
-    void changed(bool changed);
+    void tellChange(bool changed);
 
     int poolId_ = -1;  // place in the pool of its type; -1: not pooled
     bool toIni_ = false;
