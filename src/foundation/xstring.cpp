@@ -281,7 +281,7 @@ void CXString::replaceOnce(const CXString& sub, const CXString& by, int start) {
     CXString result = Mid(start, at < 0 ? length_ : at);
     if (at >= 0) {
         result += by;
-        result += view().substr(static_cast<std::size_t>(at + sub.length_));
+        result += view().substr(static_cast<std::size_t>(at) + sub.view().size());
     }
     *this = std::move(result);
 }

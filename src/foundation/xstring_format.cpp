@@ -49,11 +49,11 @@ Directive directiveAt(std::string_view format, std::size_t start) {
 
 void writeNumber(std::string& out, const Directive& directive, int value) {
     const bool hasPrecision = directive.precision >= 0 && directive.conversion != 'c';
-    const std::string spec = "%" + directive.flags + "*" + (hasPrecision ? ".*" : "") + directive.conversion;
+    const std::string formatText = "%" + directive.flags + "*" + (hasPrecision ? ".*" : "") + directive.conversion;
     char text[kLongest + 1];
-    const int length = hasPrecision
-                           ? std::snprintf(text, sizeof text, spec.c_str(), directive.width, directive.precision, value)
-                           : std::snprintf(text, sizeof text, spec.c_str(), directive.width, value);
+    const int length =
+        hasPrecision ? std::snprintf(text, sizeof text, formatText.c_str(), directive.width, directive.precision, value)
+                     : std::snprintf(text, sizeof text, formatText.c_str(), directive.width, value);
     if (length > 0) out.append(text, std::min(static_cast<std::size_t>(length), kLongest));
 }
 

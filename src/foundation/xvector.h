@@ -58,7 +58,7 @@ class CXVector : public CXPointerVector<CXObject> {
 public:
     using CXPointerVector::CXPointerVector;
 
-    CXObject* clone() override;  // a new vector of the same capacity on the same elements
+    CXObject* clone() override;                     // a new vector of the same capacity on the same elements
     virtual void copyInto(CXVector* target) const;  // these elements in place of the target's
 };
 

@@ -51,7 +51,9 @@ void ScriptScope::end() {
     sweep();
 }
 
+void destroyLater(std::unique_ptr<CXObject> object) { condemned().push_back(std::move(object)); }
+
 void destroyLate(std::unique_ptr<CXObject> object) {
-    condemned().push_back(std::move(object));
+    destroyLater(std::move(object));
     if (ScriptScope::depth() == 0) sweep();
 }

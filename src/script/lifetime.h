@@ -36,3 +36,6 @@ private:
 
 // Destroys the object when no script is running, else at the end of the outermost run; in the order of the calls.
 void destroyLate(std::unique_ptr<CXObject> object);
+
+// Destroys the object at the end of the next outermost run, for one that its maker may still touch.
+void destroyLater(std::unique_ptr<CXObject> object);

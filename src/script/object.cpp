@@ -3,8 +3,10 @@
 #include "script/object.h"
 
 #include <algorithm>
+#include <string>
 
 #include "definition/element.h"
+#include "platform/platform.h"
 #include "script/behaviour.h"
 #include "script/lifetime.h"
 #include "script/object_factory.h"
@@ -12,6 +14,12 @@
 #include "script/variable_factory.h"
 #include "storage/archive.h"
 #include "structure/scene.h"
+
+namespace {
+
+constexpr int kMostClones = 10000;  // at once; a wrong number must not eat the machine
+
+}  // namespace
 
 CMC_Handler::CMC_Handler(CMC_Behaviour* behaviour, std::unique_ptr<CodeParams> params)
     : behaviour_(behaviour), name_(behaviour->getName()), params_(std::move(params)) {}
@@ -103,6 +111,10 @@ void CMC_Object::clone(CMC_Object* target) {
 }
 
 void CMC_Object::clone(int n) {
+    if (n > kMostClones) {
+        n = kMostClones;
+        platform::current().shell.debugOutput("script: too many clones asked for of " + std::string(name_.view()));
+    }
     for (int i = 0; i < n; ++i) {
         auto* copy = static_cast<CMC_Object*>(clone());
         if (copy == nullptr) return;

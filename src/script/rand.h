@@ -5,8 +5,10 @@
 #include "script/object.h"
 #include "script/runner.h"
 
-// RANDOM, of which each running scene has one: a bare object of this type.
+// RANDOM, of which each running scene has one: a bare object of this type. All it has is its methods.
 inline constexpr int kRandomType = 102;
 
-// Its methods are the generic ones; the drawing of numbers comes with the other utilities.
-class CMC_Rand_Runner : public CMC_Runner {};
+class CMC_Rand_Runner : public CMC_Runner {
+public:
+    void prepareMthHashSet() override;
+};

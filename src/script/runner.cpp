@@ -87,7 +87,8 @@ CMC_Variable* emptyValue() {
 template <class T>
 T* converted(CMC_Variable* value) {
     CMC_Variable* result = value->convert(T::kType);
-    if (result != value) CMC_VariableFactory::free(result);
+    // The slot goes back, and keeps the value for a lap.
+    if (result != value) CMC_Object::flush(result);
     return static_cast<T*>(result);
 }
 

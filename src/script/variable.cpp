@@ -50,7 +50,7 @@ int CMC_Variable::compare(CXObject* other) { return compare(static_cast<CMC_Obje
 
 CMC_Variable* CMC_Variable::convert(int type) {
     if (type == getType()) return this;
-    const auto handOver = [this](auto* result, const auto& value) {
+    const auto handOver = [](auto* result, const auto& value) {
         result->assign(value);
         return result;
     };
@@ -82,14 +82,14 @@ CMC_Variable* CMC_Variable::convert(int type) {
     }
 }
 
-void CMC_Variable::onChange(bool differs) {
-    if (keepsSignalsOrIni()) changed(differs);
+void CMC_Variable::onChange(bool changed) {
+    if (keepsSignalsOrIni()) tellChange(changed);
 }
 
-void CMC_Variable::changed(bool differs) {
+void CMC_Variable::tellChange(bool changed) {
     const ScriptScope scope;
     fire(kOnBrutalChanged, toString());
-    if (!differs) return;
+    if (!changed) return;
     fire(kOnChanged, toString());
     if (toIni_)
         if (CConfig* config = configOf(getScene())) config->PutString(getScene()->getName(), getName(), toString());

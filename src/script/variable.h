@@ -89,7 +89,7 @@ protected:
 private:
     static constexpr int kComputedType = 12;
 
-    void changed(bool changed);
+    void tellChange(bool changed);
 
     static CMC_Variable* const breakValue_;
     int poolId_ = -1;  // place in the pool of its type; -1: not pooled

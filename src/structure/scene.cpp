@@ -50,7 +50,13 @@ CMC_Scene::~CMC_Scene() {
 std::span<const std::string_view> CMC_Scene::getBehavioursList() const { return kSignals; }
 
 void CMC_Scene::addObject(CMC_Object* object) {
-    if (object == nullptr || !table_) return;
+    if (object == nullptr) return;
+    if (!table_) {
+        // The scene was left while its own code made the object.
+        if (isLevel(object)) return;
+        object->retire();
+        return destroyLater(std::unique_ptr<CXObject>(object));
+    }
     const CXString& name = object->getName();
     if (isLiteralName(name.view())) ++literalNameEpoch_;
     if (object->getScene() == nullptr && !isLevel(object)) object->setScene(this);

@@ -59,27 +59,27 @@ TEST(ElementsLoader, ReadsStatements) {
     const struct {
         const char *what, *text, *elements;
     } rows[] = {
-        {"an empty file",           "",                                            ""                    },
-        {"blank lines",             "\n   \n\t\nOBJECT=A\n",                       "A{}"                 },
-        {"no line feed at the end", "OBJECT=A\nA:X=1",                             "A{X=1}"              },
-        {"carriage returns",        "OBJECT=A\r\nA:X=1\r\n",                       "A{X=1}"              },
-        {"one that exists",         "OBJECT=A\nA:X=1\nOBJECT=A:OBJECT=B\nA:Y=2",   "A{X=1;Y=2}"          },
-        {"statements on a line",    "OBJECT=A:OBJECT=B=A:ADD=B:A:X=1",             "A{X=1} B{}[A]"       },
-        {"a name is missing",       "OBJECT\nOBJECT=\nIMPORT:\n",                  ""                    },
-        {"a sequence",              "IMPORT=S\nIMPORT=S:OBJECT=B\nS:X=1\n",        "S{TYPE=SEQUENCE;X=1}"},
-        {"added to a parent",       "OBJECT=A\nOBJECT=B\nA:ADD=B",                 "A{} B{}[A]"          },
-        {"given a child",           "OBJECT=A\nOBJECT=B\nA:APPLY=B",               "A{}[B] B{}"          },
-        {"no such relative",        "OBJECT=A\nA:ADD=B:OBJECT=B\nA:APPLY=\nA:ADD", "A{}"                 },
-        {"twice",                   "OBJECT=A\nA:X=1\nA:X=2",                      "A{X=1;X=2}"          },
-        {"without a value",         "OBJECT=A\nA:X=\nA:X\nA:Y=1\nA:Y=\n",          "A{X=;Y=1}"           },
-        {"separators in a value",   "OBJECT=A\nA:T=x=y\nA:U=x:=y\nA:V=x:",         "A{T=x y;U=x y;V=x}"  },
-        {"blanks belong to tokens", "OBJECT=A\nA : X = 1\nA: X = 1 ",              "A{ X = 1}"           },
-        {"names are exact",         "OBJECT=A\na:X=1\nobject=B",                   "A{}"                 },
-        {"name alone",              "OBJECT=A\nA\nB\nA:",                          "A{}"                 },
-        {"separators in front",     "OBJECT=A\n:=A:X=1",                           "A{X=1}"              },
-        {"comments",                "OBJECT=A\n  # A:X=1\nA:Y=#2",                 "A{Y=#2}"             },
-        {"the end mark",            "OBJECT=A\n !\nA:X=1\nOBJECT=B\n",             "A{}"                 },
-        {"tabs vanish",             "OBJ\tECT=A\n\tA:X=a\tb",                      "A{X=ab}"             },
+        {"an empty file", "", ""},
+        {"blank lines", "\n   \n\t\nOBJECT=A\n", "A{}"},
+        {"no line feed at the end", "OBJECT=A\nA:X=1", "A{X=1}"},
+        {"carriage returns", "OBJECT=A\r\nA:X=1\r\n", "A{X=1}"},
+        {"one that exists", "OBJECT=A\nA:X=1\nOBJECT=A:OBJECT=B\nA:Y=2", "A{X=1;Y=2}"},
+        {"statements on a line", "OBJECT=A:OBJECT=B=A:ADD=B:A:X=1", "A{X=1} B{}[A]"},
+        {"a name is missing", "OBJECT\nOBJECT=\nIMPORT:\n", ""},
+        {"a sequence", "IMPORT=S\nIMPORT=S:OBJECT=B\nS:X=1\n", "S{TYPE=SEQUENCE;X=1}"},
+        {"added to a parent", "OBJECT=A\nOBJECT=B\nA:ADD=B", "A{} B{}[A]"},
+        {"given a child", "OBJECT=A\nOBJECT=B\nA:APPLY=B", "A{}[B] B{}"},
+        {"no such relative", "OBJECT=A\nA:ADD=B:OBJECT=B\nA:APPLY=\nA:ADD", "A{}"},
+        {"twice", "OBJECT=A\nA:X=1\nA:X=2", "A{X=1;X=2}"},
+        {"without a value", "OBJECT=A\nA:X=\nA:X\nA:Y=1\nA:Y=\n", "A{X=;Y=1}"},
+        {"separators in a value", "OBJECT=A\nA:T=x=y\nA:U=x:=y\nA:V=x:", "A{T=x y;U=x y;V=x}"},
+        {"blanks belong to tokens", "OBJECT=A\nA : X = 1\nA: X = 1 ", "A{ X = 1}"},
+        {"names are exact", "OBJECT=A\na:X=1\nobject=B", "A{}"},
+        {"name alone", "OBJECT=A\nA\nB\nA:", "A{}"},
+        {"separators in front", "OBJECT=A\n:=A:X=1", "A{X=1}"},
+        {"comments", "OBJECT=A\n  # A:X=1\nA:Y=#2", "A{Y=#2}"},
+        {"the end mark", "OBJECT=A\n !\nA:X=1\nOBJECT=B\n", "A{}"},
+        {"tabs vanish", "OBJ\tECT=A\n\tA:X=a\tb", "A{X=ab}"},
     };
     for (const auto& row : rows)
         EXPECT_EQ(parsed(row.text), row.elements) << row.what;
@@ -89,16 +89,16 @@ TEST(ElementsLoader, SlashesJoinLines) {
     const struct {
         const char *what, *text, *elements;
     } rows[] = {
-        {"at the end",                       "OBJECT=A\nA:T=one/\n two\nA:U=3",   "A{T=one two;U=3}"},
-        {"in the midst",                     "OBJECT=A\nA:T=a/b\nc/\nd\nA:U=3",   "A{T=abcd;U=3}"   },
-        {"blanks before a line end",         "OBJECT=A\nA:T=one /  \ntwo",        "A{T=one two}"    },
-        {"blanks after a part",              "OBJECT=A\nA:T=/one   \n   two  \n", "A{T=one   two}"  },
-        {"a joined line's end",              "OBJECT=A\nA:T=a/\nb   \nA:U=1",     "A{T=ab;U=1}"     },
-        {"a short line keeps its line feed", "OBJECT=A\nA:T=a/\n/\nb\nA:U=1",     "A{T=a b;U=1}"    },
-        {"of one character",                 "OBJECT=A\nA:T=a/\nb\nA:U=1",        "A{T=ab;U=1}"     },
-        {"at the end of the file",           "OBJECT=A\nA:T=a/",                  "A{T=a}"          },
-        {"a comment takes the next line",    "OBJECT=A\n# see/\nA:X=1\nA:Y=2",    "A{Y=2}"          },
-        {"in a definition",                  "DEF:A(X=1|/\nY=a/b)\n",             "A{X=1;Y=ab}"     },
+        {"at the end", "OBJECT=A\nA:T=one/\n two\nA:U=3", "A{T=one two;U=3}"},
+        {"in the midst", "OBJECT=A\nA:T=a/b\nc/\nd\nA:U=3", "A{T=abcd;U=3}"},
+        {"blanks before a line end", "OBJECT=A\nA:T=one /  \ntwo", "A{T=one two}"},
+        {"blanks after a part", "OBJECT=A\nA:T=/one   \n   two  \n", "A{T=one   two}"},
+        {"a joined line's end", "OBJECT=A\nA:T=a/\nb   \nA:U=1", "A{T=ab;U=1}"},
+        {"a short line keeps its line feed", "OBJECT=A\nA:T=a/\n/\nb\nA:U=1", "A{T=a b;U=1}"},
+        {"of one character", "OBJECT=A\nA:T=a/\nb\nA:U=1", "A{T=ab;U=1}"},
+        {"at the end of the file", "OBJECT=A\nA:T=a/", "A{T=a}"},
+        {"a comment takes the next line", "OBJECT=A\n# see/\nA:X=1\nA:Y=2", "A{Y=2}"},
+        {"in a definition", "DEF:A(X=1|/\nY=a/b)\n", "A{X=1;Y=ab}"},
     };
     for (const auto& row : rows)
         EXPECT_EQ(parsed(row.text), row.elements) << row.what;
@@ -108,14 +108,14 @@ TEST(ElementsLoader, DefinitionsKeepTheirSeparators) {
     const struct {
         const char *text, *elements;
     } rows[] = {
-        {"DEF:A(B=1|C=x:y)",             "A{B=1;C=x:y}"   },
+        {"DEF:A(B=1|C=x:y)", "A{B=1;C=x:y}"},
         {"DEF:A( B = 1 || C = f(x=2) )", "A{B=1;C=f(x=2)}"},
-        {"DEF=A(X=)rest",                "A{X=}"          },
-        {"DEF:A()",                      "A{}"            },
-        {"DEF: A (X=1)\nDEF:B(X=1",      " A {X=1}"       },
-        {"OBJECT=A\nDEF:A(X=1)\nA:Y=2",  "A{Y=2} A{X=1}"  },
-        {"DEF:A(X)\nDEF:B\nDEF:)C(",     "A{}"            },
-        {"DEFINE:A(X=1)\nDEF",           ""               },
+        {"DEF=A(X=)rest", "A{X=}"},
+        {"DEF:A()", "A{}"},
+        {"DEF: A (X=1)\nDEF:B(X=1", " A {X=1}"},
+        {"OBJECT=A\nDEF:A(X=1)\nA:Y=2", "A{Y=2} A{X=1}"},
+        {"DEF:A(X)\nDEF:B\nDEF:)C(", "A{}"},
+        {"DEFINE:A(X=1)\nDEF", ""},
     };
     for (const auto& row : rows)
         EXPECT_EQ(parsed(row.text), row.elements) << row.text;
@@ -179,12 +179,12 @@ TEST(TextCoder, FilesAreCodedAndDecodedInWholeRecords) {
         const char *what, *source, *lines;
     } rows[] = {
         {"seven lines make two", "1\n2\n3\n4\n5\n6\n7\n", "1\n2\n3\n4\n5\n6\n7\n"},
-        {"six make one",         "1\n2\n3\n4\n5\n6",      "1\n2\n3\n4\n5\n6\n"   },
-        {"carriage returns",     "  a \r\n   \r\nb",      "a\n\nb\n"             },
-        {"tabs go after blanks", " a\tb \n\t  c\n\t \t ", "ab\n  c\n \n"         },
-        {"an empty line",        "a\n\nb\n",              "a\n\nb\n"             },
-        {"an empty file",        "",                      ""                     },
-        {"bytes of either sign", "\xB9\x7F\xFF\x80",      "\xB9\x7F\xFF\x80\n"   },
+        {"six make one", "1\n2\n3\n4\n5\n6", "1\n2\n3\n4\n5\n6\n"},
+        {"carriage returns", "  a \r\n   \r\nb", "a\n\nb\n"},
+        {"tabs go after blanks", " a\tb \n\t  c\n\t \t ", "ab\n  c\n \n"},
+        {"an empty line", "a\n\nb\n", "a\n\nb\n"},
+        {"an empty file", "", ""},
+        {"bytes of either sign", "\xB9\x7F\xFF\x80", "\xB9\x7F\xFF\x80\n"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.what);

@@ -145,14 +145,7 @@ TEST(Vector, KeepsOrderAndIgnoresIndicesOutside) {
 }
 
 TEST(SortedVector, EqualElementsKeepTheirOrderOfArrival) {
-    Ranked elements[] = {
-        {5, 'a'},
-        {3, 'b'},
-        {5, 'c'},
-        {4, 'd'},
-        {3, 'e'},
-        {9, 'f'}
-    };
+    Ranked elements[] = {{5, 'a'}, {3, 'b'}, {5, 'c'}, {4, 'd'}, {3, 'e'}, {9, 'f'}};
     CSortedVector vector(2);
     for (Ranked& element : elements)
         vector.add(&element);

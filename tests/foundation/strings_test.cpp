@@ -128,10 +128,10 @@ TEST(String, ReplacementsDontScanWhatTheyPutIn) {
     const struct {
         const char *text, *sub, *by, *result;
     } rows[] = {
-        {"aXbXc", "X",  "XX", "aXXbXXc"},
-        {"aaaa",  "aa", "a",  "aa"     },
-        {"abc",   "",   "x",  "abc"    },
-        {"abc",   "b",  "",   "ac"     },
+        {"aXbXc", "X", "XX", "aXXbXXc"},
+        {"aaaa", "aa", "a", "aa"},
+        {"abc", "", "x", "abc"},
+        {"abc", "b", "", "ac"},
     };
     for (const auto& row : rows)
         EXPECT_EQ(CXString(row.text).replace(row.sub, row.by), row.result) << row.text;
@@ -144,12 +144,12 @@ TEST(String, TagsAreRemovedUpToTheirEnd) {
     const struct {
         const char *text, *result;
     } rows[] = {
-        {"<COLOR 5>a<B>b<COLOR>c", "a<B>bc"   },
-        {"a<COLORFUL>b",           "ab"       },
-        {"a<color>b",              "a<color>b"},
-        {"a<COLOR 5",              "a"        },
-        {"<<COLOR>x",              "<x"       },
-        {"<COLO",                  "<COLO"    },
+        {"<COLOR 5>a<B>b<COLOR>c", "a<B>bc"},
+        {"a<COLORFUL>b", "ab"},
+        {"a<color>b", "a<color>b"},
+        {"a<COLOR 5", "a"},
+        {"<<COLOR>x", "<x"},
+        {"<COLO", "<COLO"},
     };
     for (const auto& row : rows) {
         CXString text(row.text);
@@ -178,29 +178,15 @@ TEST(String, ADoubleHasTwoDecimalsByRulesOfItsOwn) {
         double value;
         const char* text;
     } rows[] = {
-        {1.5,      "1.50"                    },
-        {0.25,     "0.25"                    },
-        {0.05,     "0.05"                    },
-        {-0.05,    "-0.05"                   },
-        {0.1,      "0.10"                    },
-        {0.001,    "0.000"                   },
-        {0.0001,   "0.0000"                  },
-        {123.456,  "123.46"                  },
-        {-123.456, "-123.46"                 },
-        {0.0,      "0.00"                    },
-        {-0.0,     "0.00"                    },
-        {100,      "100.00"                  },
-        {0.99,     "0.99"                    },
-        {0.996,    "0.1.00"                  },
-        {-0.996,   "-0.1.00"                 },
-        {0.009,    "0.001"                   },
-        {0.0996,   "0.010"                   },
-        {9.995,    "9.99"                    }, // its 17 digits are below the half
-        {0.125,    "0.13"                    }, // an exact half goes up
-        {2.5e-5,   "0.00000"                 },
-        {999.999,  "1000.00"                 },
-        {1e20,     "100000000000000000000.00"},
-        {infinity, "1.#INF"                  },
+        {1.5, "1.50"},        {0.25, "0.25"},       {0.05, "0.05"},
+        {-0.05, "-0.05"},     {0.1, "0.10"},        {0.001, "0.000"},
+        {0.0001, "0.0000"},   {123.456, "123.46"},  {-123.456, "-123.46"},
+        {0.0, "0.00"},        {-0.0, "0.00"},       {100, "100.00"},
+        {0.99, "0.99"},       {0.996, "0.1.00"},    {-0.996, "-0.1.00"},
+        {0.009, "0.001"},     {0.0996, "0.010"},    {9.995, "9.99"},  // its 17 digits are below the half
+        {0.125, "0.13"},                                              // an exact half goes up
+        {2.5e-5, "0.00000"},  {999.999, "1000.00"}, {1e20, "100000000000000000000.00"},
+        {infinity, "1.#INF"},
     };
     for (const auto& row : rows)
         EXPECT_EQ(CXString::toString(row.value), row.text) << row.value;
@@ -212,19 +198,19 @@ TEST(String, AnAssignedDoubleHasNineSignificantDigits) {
         double value;
         const char* text;
     } rows[] = {
-        {100,          "100."           },
-        {-2.5,         "-2.5"           },
-        {0,            "0."             },
-        {0.1,          "0.1"            },
-        {0.05,         "5.e-002"        },
-        {1.0 / 3,      "0.333333333"    },
-        {2e6 / 3,      "666666.667"     },
-        {123456789,    "123456789."     },
-        {1234567890,   "1.23456789e+009"},
-        {999999999.5,  "1.e+009"        },
-        {0.9999999999, "1."             },
+        {100, "100."},
+        {-2.5, "-2.5"},
+        {0, "0."},
+        {0.1, "0.1"},
+        {0.05, "5.e-002"},
+        {1.0 / 3, "0.333333333"},
+        {2e6 / 3, "666666.667"},
+        {123456789, "123456789."},
+        {1234567890, "1.23456789e+009"},
+        {999999999.5, "1.e+009"},
+        {0.9999999999, "1."},
         {0.0999999999, "9.99999999e-002"},
-        {1e-300,       "1.e-300"        },
+        {1e-300, "1.e-300"},
     };
     for (const auto& row : rows) {
         CXString text;
@@ -240,25 +226,25 @@ TEST(String, NumbersAreReadUpToTheFirstOtherCharacter) {
         int number;
         double real;
     } rows[] = {
-        {"12abc",        12,              12            },
-        {" \t-7.9",      -7,              -7.9          },
-        {"+3",           3,               3             },
-        {"+-3",          0,               0             },
-        {"- 3",          0,               0             },
-        {".5e1x",        0,               5             },
-        {"5.",           5,               5             },
-        {"1e",           1,               1             },
-        {"1,5",          1,               1             },
-        {"0x10",         0,               0             },
-        {"inf",          0,               0             },
-        {"nan",          0,               0             },
-        {"",             0,               0             },
-        {"2147483648",   2147483647,      2147483648    },
+        {"12abc", 12, 12},
+        {" \t-7.9", -7, -7.9},
+        {"+3", 3, 3},
+        {"+-3", 0, 0},
+        {"- 3", 0, 0},
+        {".5e1x", 0, 5},
+        {"5.", 5, 5},
+        {"1e", 1, 1},
+        {"1,5", 1, 1},
+        {"0x10", 0, 0},
+        {"inf", 0, 0},
+        {"nan", 0, 0},
+        {"", 0, 0},
+        {"2147483648", 2147483647, 2147483648},
         {"-99999999999", -2147483647 - 1, -99999999999.0},
-        {"1e999",        1,               infinity      },
-        {"-1e999",       -1,              -infinity     },
-        {"0.0001e-999",  0,               0             },
-        {"1e-999",       1,               0             },
+        {"1e999", 1, infinity},
+        {"-1e999", -1, -infinity},
+        {"0.0001e-999", 0, 0},
+        {"1e-999", 1, 0},
     };
     for (const auto& row : rows) {
         EXPECT_EQ(leadingInt(row.text), row.number) << row.text;
@@ -295,24 +281,24 @@ TEST(String, PatternsAreWalkedBesideTheName) {
         const char *pattern, *name;
         bool fits;
     } rows[] = {
-        {"*",     "",        true },
-        {"*.*",   "a",       true },
-        {"a*c",   "abc",     true },
-        {"a*c",   "ac",      true },
-        {"a*c",   "ab",      true },
-        {"a*c",   "abbc",    false},
-        {"a*",    "abbc",    true },
-        {"a?c",   "abc",     true },
-        {"a?c",   "ac",      true }, // it ends before the last character is compared
-        {"*.img", "a.img",   true },
-        {"*.img", "ab.img",  false},
-        {"*.img", ".img",    true }, // the star steps over what is missing
-  // all the same
-        {"abc",   "ab",      true },
-        {"abc",   "abcd",    false},
-        {"ABC",   "abc",     false},
-        {"**x",   "q",       true },
-        {"a**",   "abcdefg", true },
+        {"*", "", true},
+        {"*.*", "a", true},
+        {"a*c", "abc", true},
+        {"a*c", "ac", true},
+        {"a*c", "ab", true},
+        {"a*c", "abbc", false},
+        {"a*", "abbc", true},
+        {"a?c", "abc", true},
+        {"a?c", "ac", true},  // it ends before the last character is compared
+        {"*.img", "a.img", true},
+        {"*.img", "ab.img", false},
+        {"*.img", ".img", true},  // the star steps over what is missing
+                                  // all the same
+        {"abc", "ab", true},
+        {"abc", "abcd", false},
+        {"ABC", "abc", false},
+        {"**x", "q", true},
+        {"a**", "abcdefg", true},
     };
     for (const auto& row : rows)
         EXPECT_EQ(CXString(row.pattern).FilterFits(row.name), row.fits) << row.pattern << " on " << row.name;

@@ -12,17 +12,17 @@ TEST(CommandLine, WhichWordsCount) {
         bool found;
         const char* next;
     } rows[] = {
-        {"minus",                         "a -res 640",   "res",      true,  "640" },
-        {"slash",                         "/res 640",     "res",      true,  "640" },
-        {"a bare word is no switch",      "res 640",      "res",      false, "640" },
-        {"another case is another word",  "-forcecnv",    "forceCNV", false, ""    },
-        {"a longer word is another word", "-windowed 1",  "window",   false, ""    },
-        {"nothing follows",               "-res",         "res",      true,  ""    },
-        {"runs of blanks make no words",  "  -res   1  ", "res",      true,  "1"   },
-        {"quotes mean nothing",           "-res \"6 4\"", "res",      true,  "\"6" },
-        {"the first of several",          "res -res 1",   "res",      true,  "-res"},
-        {"two marks aren't one",          "--res 1",      "res",      false, ""    },
-        {"nothing at all",                "",             "res",      false, ""    },
+        {"minus", "a -res 640", "res", true, "640"},
+        {"slash", "/res 640", "res", true, "640"},
+        {"a bare word is no switch", "res 640", "res", false, "640"},
+        {"another case is another word", "-forcecnv", "forceCNV", false, ""},
+        {"a longer word is another word", "-windowed 1", "window", false, ""},
+        {"nothing follows", "-res", "res", true, ""},
+        {"runs of blanks make no words", "  -res   1  ", "res", true, "1"},
+        {"quotes mean nothing", "-res \"6 4\"", "res", true, "\"6"},
+        {"the first of several", "res -res 1", "res", true, "-res"},
+        {"two marks aren't one", "--res 1", "res", false, ""},
+        {"nothing at all", "", "res", false, ""},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.what);
@@ -37,13 +37,13 @@ TEST(CommandLine, Resolution) {
         const char* text;
         int width, height;
     } rows[] = {
-        {"-window",                800,  600},
-        {"-res 640 480",           640,  480},
+        {"-window", 800, 600},
+        {"-res 640 480", 640, 480},
         {"/res 1024 768 -nomusic", 1024, 768},
-        {"-res 640",               640,  0  },
-        {"-res",                   0,    0  },
-        {"res 640 480",            800,  600},
-        {"-res wide 480",          0,    480},
+        {"-res 640", 640, 0},
+        {"-res", 0, 0},
+        {"res 640 480", 800, 600},
+        {"-res wide 480", 0, 480},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.text);
@@ -61,19 +61,19 @@ TEST(CommandLine, SwitchesThatClearAndSet) {
         const char* text;
         bool (CCommandLine6::*is)() const;
     } rows[] = {
-        {"-window",     &CCommandLine6::isWindowMode         },
-        {"-server",     &CCommandLine6::isServer             },
-        {"-client",     &CCommandLine6::isClient             },
-        {"-code",       &CCommandLine6::isToCode             },
-        {"-decode",     &CCommandLine6::isToDecode           },
-        {"-remove",     &CCommandLine6::isToRemove           },
-        {"-pf",         &CCommandLine6::isPageFlippingEnabled},
-        {"-vmem",       &CCommandLine6::isVMem               },
-        {"-cheat",      &CCommandLine6::isCheatMode          },
-        {"-mirkobatul", &CCommandLine6::isCheatMode          },
-        {"-2bin",       &CCommandLine6::is2Bin               },
-        {"-forceCNV",   &CCommandLine6::isForceCNV           },
-        {"-debug",      &CCommandLine6::isDebugMode          },
+        {"-window", &CCommandLine6::isWindowMode},
+        {"-server", &CCommandLine6::isServer},
+        {"-client", &CCommandLine6::isClient},
+        {"-code", &CCommandLine6::isToCode},
+        {"-decode", &CCommandLine6::isToDecode},
+        {"-remove", &CCommandLine6::isToRemove},
+        {"-pf", &CCommandLine6::isPageFlippingEnabled},
+        {"-vmem", &CCommandLine6::isVMem},
+        {"-cheat", &CCommandLine6::isCheatMode},
+        {"-mirkobatul", &CCommandLine6::isCheatMode},
+        {"-2bin", &CCommandLine6::is2Bin},
+        {"-forceCNV", &CCommandLine6::isForceCNV},
+        {"-debug", &CCommandLine6::isDebugMode},
     };
     for (const auto& row : rows) {
         for (const auto& other : rows) {

@@ -33,14 +33,14 @@ TEST(Timer, WhenItFires) {
         std::vector<std::uint32_t> steps;  // milliseconds before each frame
         int heard;
     } rows[] = {
-        {"not before its time",                   1000,       10,         {9},              0},
-        {"at its time",                           1000,       10,         {9, 1},           1},
-        {"0 is every frame",                      1000,       0,          {0, 0, 5},        3},
-        {"once a frame, however late",            1000,       10,         {100, 1},         1},
-        {"a late frame starts a whole period",    1000,       10,         {15, 9, 1},       2},
-        {"the sum of time and period wraps",      0xFFFFFFF0, 32,         {1, 1},           2},
-        {"the tick count wraps with it",          0xFFFFFFF0, 8,          {4, 4, 9, 1, 10}, 3},
-        {"a period of the largest size is short", 5,          0xFFFFFFFF, {0},              1},
+        {"not before its time", 1000, 10, {9}, 0},
+        {"at its time", 1000, 10, {9, 1}, 1},
+        {"0 is every frame", 1000, 0, {0, 0, 5}, 3},
+        {"once a frame, however late", 1000, 10, {100, 1}, 1},
+        {"a late frame starts a whole period", 1000, 10, {15, 9, 1}, 2},
+        {"the sum of time and period wraps", 0xFFFFFFF0, 32, {1, 1}, 2},
+        {"the tick count wraps with it", 0xFFFFFFF0, 8, {4, 4, 9, 1, 10}, 3},
+        {"a period of the largest size is short", 5, 0xFFFFFFFF, {0}, 1},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.what);
@@ -102,13 +102,13 @@ TEST(Timer, ReceiversChangeTheListFromInsideACall) {
         InFirst inFirst;
         const char* heard;  // in two frames
     } rows[] = {
-        {"itself",          removeIt,      "1 2 3 2 3 "    },
-        {"a later one",     removeTheNext, "1 3 1 3 "      },
-        {"all",             removeAll,     "1 "            },
-        {"a new one",       addOne,        "1 2 3 1 2 3 9 "},
-        {"itself anew",     addItAnew,     "1 2 3 2 3 1 "  },
-        {"reset when gone", resetWhenGone, "1 2 3 2 3 "    },
-        {"stops all",       stopAll,       "1 2 3 "        },
+        {"itself", removeIt, "1 2 3 2 3 "},
+        {"a later one", removeTheNext, "1 3 1 3 "},
+        {"all", removeAll, "1 "},
+        {"a new one", addOne, "1 2 3 1 2 3 9 "},
+        {"itself anew", addItAnew, "1 2 3 2 3 1 "},
+        {"reset when gone", resetWhenGone, "1 2 3 2 3 "},
+        {"stops all", stopAll, "1 2 3 "},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.what);
@@ -184,9 +184,9 @@ TEST(Timer, UnitsHearWhenTheyAreOnTheScreen) {
         bool active, updated, onlyActive;
         int heard;
     } rows[] = {
-        {true,  true,  true,  1},
-        {true,  false, true,  0},
-        {false, true,  true,  0},
+        {true, true, true, 1},
+        {true, false, true, 0},
+        {false, true, true, 0},
         {false, false, false, 1},
     };
     for (const auto& row : rows) {

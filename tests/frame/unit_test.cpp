@@ -82,15 +82,15 @@ TEST(UnitContainer, WhatEachReturnCodeDoes) {
         bool ends;
         const char* heard;
     } rows[] = {
-        {"none",                        0,     "",    false, ""       },
-        {"the end",                     1,     "",    true,  "Y- "    },
-        {"first sub-folder, not there", 0x100, "",    false, "Y- "    },
-        {"what means nothing",          3,     "",    false, ""       },
-        {"a path to a sub-folder",      4,     "ub",  false, "Y- Z+d "},
-        {"a path through it",           4,     "uba", false, "Y- W+d "},
-        {"passed over on the way",      4,     "uxb", false, "Y- Z+d "},
-        {"passed over at the end",      4,     "ubx", false, "Y- "    },
-        {"an empty path",               4,     "",    false, "Y- "    },
+        {"none", 0, "", false, ""},
+        {"the end", 1, "", true, "Y- "},
+        {"first sub-folder, not there", 0x100, "", false, "Y- "},
+        {"what means nothing", 3, "", false, ""},
+        {"a path to a sub-folder", 4, "ub", false, "Y- Z+d "},
+        {"a path through it", 4, "uba", false, "Y- W+d "},
+        {"passed over on the way", 4, "uxb", false, "Y- Z+d "},
+        {"passed over at the end", 4, "ubx", false, "Y- "},
+        {"an empty path", 4, "", false, "Y- "},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.what);
@@ -242,9 +242,9 @@ TEST(Unit, WhatGoesOnTheScreen) {
         bool listed;
         bool aboveDragged;
     } rows[] = {
-        {"TRUE",  "FALSE", "7", true,  false},
-        {"TRUE",  "TRUE",  "7", true,  true },
-        {"FALSE", "TRUE",  "7", false, false},
+        {"TRUE", "FALSE", "7", true, false},
+        {"TRUE", "TRUE", "7", true, true},
+        {"FALSE", "TRUE", "7", false, false},
     };
     for (const auto& row : rows) {
         FrameStage stage;
@@ -316,10 +316,10 @@ TEST(Module, AnExtensionsNameMayLackItsEnding) {
         const char* name;
         bool loaded;
     } rows[] = {
-        {"things",     true },
-        {"THINGS.DLL", true },
-        {"things.",    false},
-        {"nothing",    false},
+        {"things", true},
+        {"THINGS.DLL", true},
+        {"things.", false},
+        {"nothing", false},
     };
     for (const auto& row : rows) {
         const CMC_DLLExModuleInterface module(row.name, nullptr);

@@ -73,17 +73,17 @@ TEST(Window, WhatEachMouseEventTellsAListener) {
         const char* takes;
         const char* heard;
     } rows[] = {
-        {&CWindow::OnMouseMove,     "",         "a:move b:move "                    },
-        {&CWindow::OnMouseMove,     "move",     "a:move "                           },
-        {&CWindow::OnLButtonDown,   "",         "a:click a:click0 b:click b:click0 "},
-        {&CWindow::OnLButtonDown,   "click",    "a:click "                          },
-        {&CWindow::OnLButtonDown,   "click0",   "a:click a:click0 "                 },
-        {&CWindow::OnLButtonUp,     "release0", "a:release a:release0 "             },
-        {&CWindow::OnLButtonDblClk, "double",   "a:double "                         },
-        {&CWindow::OnMButtonDown,   "",         "a:click1 b:click1 "                },
-        {&CWindow::OnMButtonUp,     "release1", "a:release1 "                       },
-        {&CWindow::OnRButtonDown,   "click",    "a:click2 b:click2 "                },
-        {&CWindow::OnRButtonUp,     "",         "a:release2 b:release2 "            },
+        {&CWindow::OnMouseMove, "", "a:move b:move "},
+        {&CWindow::OnMouseMove, "move", "a:move "},
+        {&CWindow::OnLButtonDown, "", "a:click a:click0 b:click b:click0 "},
+        {&CWindow::OnLButtonDown, "click", "a:click "},
+        {&CWindow::OnLButtonDown, "click0", "a:click a:click0 "},
+        {&CWindow::OnLButtonUp, "release0", "a:release a:release0 "},
+        {&CWindow::OnLButtonDblClk, "double", "a:double "},
+        {&CWindow::OnMButtonDown, "", "a:click1 b:click1 "},
+        {&CWindow::OnMButtonUp, "release1", "a:release1 "},
+        {&CWindow::OnRButtonDown, "click", "a:click2 b:click2 "},
+        {&CWindow::OnRButtonUp, "", "a:release2 b:release2 "},
     };
     for (const auto& row : rows) {
         FrameStage stage;
@@ -123,13 +123,13 @@ TEST(Window, MouseListenersByPriorityAndWhatTheyDoToEachOther) {
         InB inB;
         const char* heard;
     } rows[] = {
-        {"highest first",         1,       3,       2, nullptr,        "b c a "        },
-        {"of equals the later",   5,       5,       5, nullptr,        "c b a "        },
-        {"the ends of int",       INT_MAX, INT_MIN, 0, nullptr,        "a c b "        },
-        {"leaves itself",         1,       2,       3, leave,          "c b a c a "    },
-        {"takes out a lower one", 1,       2,       3, takeOutA,       "c b c b "      },
-        {"a new one waits",       1,       2,       3, registerAAnew,  "c b c b "      },
-        {"one more for the next", 1,       2,       3, bringCToTheTop, "c b a c c b a "},
+        {"highest first", 1, 3, 2, nullptr, "b c a "},
+        {"of equals the later", 5, 5, 5, nullptr, "c b a "},
+        {"the ends of int", INT_MAX, INT_MIN, 0, nullptr, "a c b "},
+        {"leaves itself", 1, 2, 3, leave, "c b a c a "},
+        {"takes out a lower one", 1, 2, 3, takeOutA, "c b c b "},
+        {"a new one waits", 1, 2, 3, registerAAnew, "c b c b "},
+        {"one more for the next", 1, 2, 3, bringCToTheTop, "c b a c c b a "},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.what);
@@ -201,11 +201,11 @@ TEST(Keyboard, PressesRepeatsAndReleases) {
         std::vector<int> steps;  // milliseconds before each poll; the key is down but in the last one
         const char* heard;
     } rows[] = {
-        {"pressed and let go",          true,  {0, 10},               "d u "      },
-        {"first repeat after 200",      true,  {0, 199, 1, 1},        "d d u "    },
-        {"then every 10 at most",       true,  {0, 200, 9, 1, 10, 1}, "d d d d u "},
-        {"one a poll, however late",    true,  {0, 1000, 1000, 1},    "d d d u "  },
-        {"no repeat when switched off", false, {0, 300, 300, 1},      "d u "      },
+        {"pressed and let go", true, {0, 10}, "d u "},
+        {"first repeat after 200", true, {0, 199, 1, 1}, "d d u "},
+        {"then every 10 at most", true, {0, 200, 9, 1, 10, 1}, "d d d d u "},
+        {"one a poll, however late", true, {0, 1000, 1000, 1}, "d d d u "},
+        {"no repeat when switched off", false, {0, 300, 300, 1}, "d u "},
     };
     struct Counter : CKeyListener {
         void onKeyDown(int) override { log += "d "; }
@@ -237,23 +237,11 @@ TEST(Keyboard, WhichCharacterAKeyGives) {
         int shift;  // that is down; 0: none
         const char* character;
     } rows[] = {
-        {0x1E, false, 0,    "a"},
-        {0x1E, true,  0,    "A"},
-        {0x1E, false, 0x2A, "A"},
-        {0x1E, true,  0x36, "a"},
-        {0x10, false, 0,    "q"},
-        {0x19, false, 0,    "p"},
-        {0x26, false, 0,    "l"},
-        {0x32, false, 0,    "m"},
-        {0x02, false, 0x2A, "1"},
-        {0x0A, true,  0,    "9"},
-        {0x0B, false, 0,    "0"},
-        {0x39, true,  0x2A, " "},
-        {0x1A, false, 0,    "" },
-        {0x27, false, 0,    "" },
-        {0x33, false, 0,    "" },
-        {0x4F, false, 0,    "" },
-        {0x01, false, 0,    "" },
+        {0x1E, false, 0, "a"},    {0x1E, true, 0, "A"},  {0x1E, false, 0x2A, "A"}, {0x1E, true, 0x36, "a"},
+        {0x10, false, 0, "q"},    {0x19, false, 0, "p"}, {0x26, false, 0, "l"},    {0x32, false, 0, "m"},
+        {0x02, false, 0x2A, "1"}, {0x0A, true, 0, "9"},  {0x0B, false, 0, "0"},    {0x39, true, 0x2A, " "},
+        {0x1A, false, 0, ""},     {0x27, false, 0, ""},  {0x33, false, 0, ""},     {0x4F, false, 0, ""},
+        {0x01, false, 0, ""},
     };
     struct Typed : CKeyListener {
         void onChar(unsigned char c) override { text += static_cast<char>(c); }
@@ -278,22 +266,10 @@ TEST(Keyboard, WhichNameMeansWhichKey) {
         const char* name;
         bool pressed;
     } rows[] = {
-        {0x1E, "a",        true },
-        {0x1E, "Anything", true },
-        {0x30, "a",        false},
-        {0xCB, "LEFT",     true },
-        {0x26, "left",     false},
-        {0x26, "lefty",    true },
-        {0x36, "shift",    true },
-        {0x36, "lshift",   false},
-        {0x9D, "Ctrl",     true },
-        {0x38, "ralt",     false},
-        {0x39, "space",    true },
-        {0x39, " ",        false},
-        {0x0B, "0",        true },
-        {0x1C, "enter",    false},
-        {0x00, "",         false},
-        {0x00, "?",        false},
+        {0x1E, "a", true},     {0x1E, "Anything", true}, {0x30, "a", false},    {0xCB, "LEFT", true},
+        {0x26, "left", false}, {0x26, "lefty", true},    {0x36, "shift", true}, {0x36, "lshift", false},
+        {0x9D, "Ctrl", true},  {0x38, "ralt", false},    {0x39, "space", true}, {0x39, " ", false},
+        {0x0B, "0", true},     {0x1C, "enter", false},   {0x00, "", false},     {0x00, "?", false},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -340,16 +316,16 @@ TEST(Window, ErrorsAreShownInPolish) {
         int word;
         const char* text;  // null: no message
     } rows[] = {
-        {0,    nullptr                 },
+        {0, nullptr},
         {-998,
          "Nieprawid\xB3owe dzia\xB3"
-         "anie karty graficznej."      },
+         "anie karty graficznej."},
         {-997,
          "Nieprawid\xB3owe dzia\xB3"
          "anie karty d\x9Fwi\xEAkowej."},
         {2000,
          "Nieznany b\xB3\xB9"
-         "d krytyczny."                },
+         "d krytyczny."},
     };
     for (const auto& row : rows) {
         FrameStage stage;
@@ -578,7 +554,7 @@ TEST(Window, MusicNeedsSoundAndMusic) {
         const char* switches;
         bool tried;
     } rows[] = {
-        {"",         true },
+        {"", true},
         {"-nosound", false},
         {"-nomusic", false},
     };
@@ -594,13 +570,8 @@ TEST(Window, KeyCodes) {
     const struct {
         int vk, lParam, code;
     } rows[] = {
-        {0x0D, 0,        -50 },
-        {0x10, 0x1D0001, -45 },
-        {0x10, 0x2A0001, -44 },
-        {0x11, 0x2A0001, -48 },
-        {0x11, 0x1D0001, -47 },
-        {0x28, 0,        -40 },
-        {0x41, 0,        0x41},
+        {0x0D, 0, -50},        {0x10, 0x1D0001, -45}, {0x10, 0x2A0001, -44}, {0x11, 0x2A0001, -48},
+        {0x11, 0x1D0001, -47}, {0x28, 0, -40},        {0x41, 0, 0x41},
     };
     for (const auto& row : rows)
         EXPECT_EQ(CWindow::__get_virtualkey_code(row.vk, row.lParam), row.code);

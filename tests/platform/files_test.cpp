@@ -62,22 +62,22 @@ TEST_F(Files, NamesAreFoundInAnyCaseOfLetters) {
         std::string name;
         const char* content;
     } rows[] = {
-        {"below the current folder",   "obraz.img",                        "picture"},
-        {"up and down, and slashes",   "..\\./SCENA//Obraz.img",           "picture"},
+        {"below the current folder", "obraz.img", "picture"},
+        {"up and down, and slashes", "..\\./SCENA//Obraz.img", "picture"},
         {"over a folder that is none", "..\\NOSUCH\\..\\scena\\OBRAZ.img", "picture"},
-        {"absolute",                   folder + "\\OBRAZ.IMG",             "picture"},
-        {"absolute, small drive",      smallDrive + "\\OBRAZ.IMG",         "picture"},
-        {"absolute without drive",     folder.substr(2) + "\\obraz.img",   "picture"},
-        {"another drive",              otherDrive + "\\Obraz.IMG",         "(none)" },
-        {"above the root",             aboveRoot,                          "picture"},
-        {"letters outside of ASCII",   "..\\\xAF\xD3\xB3W.TXT",            "polish" },
-        {"no UTF-8 on the disk",       "..\\OLD\xA5.txt",                  "raw"    },
-        {"stand-in character",         "..\\_X.txt",                       "foreign"},
-        {"exact spelling first",       "..\\pair.txt",                     "lower"  },
-        {"else the first by bytes",    "..\\Pair.txt",                     "upper"  },
-        {"a folder is no file",        "..\\Scena",                        "(none)" },
-        {"nothing",                    "",                                 "(none)" },
-        {"a zero byte",                zeroInside,                         "(none)" },
+        {"absolute", folder + "\\OBRAZ.IMG", "picture"},
+        {"absolute, small drive", smallDrive + "\\OBRAZ.IMG", "picture"},
+        {"absolute without drive", folder.substr(2) + "\\obraz.img", "picture"},
+        {"another drive", otherDrive + "\\Obraz.IMG", "(none)"},
+        {"above the root", aboveRoot, "picture"},
+        {"letters outside of ASCII", "..\\\xAF\xD3\xB3W.TXT", "polish"},
+        {"no UTF-8 on the disk", "..\\OLD\xA5.txt", "raw"},
+        {"stand-in character", "..\\_X.txt", "foreign"},
+        {"exact spelling first", "..\\pair.txt", "lower"},
+        {"else the first by bytes", "..\\Pair.txt", "upper"},
+        {"a folder is no file", "..\\Scena", "(none)"},
+        {"nothing", "", "(none)"},
+        {"a zero byte", zeroInside, "(none)"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.what);
@@ -112,19 +112,19 @@ TEST_F(Files, FindIsOrderedAndTakesWildcards) {
         const char* pattern;
         const char* found;
     } rows[] = {
-        {"*",          ".hidden A.+zoo/ A.txt A2.txt b.TXT c d.tar.gz \xA5.txt"},
-        {"*.*",        ".hidden A.+zoo/ A.txt A2.txt b.TXT c d.tar.gz \xA5.txt"},
-        {"a.*",        "A.+zoo/ A.txt"                                         },
-        {"C.*",        "c"                                                     },
-        {"?.TXT",      "A.txt b.TXT \xA5.txt"                                  },
-        {"\xB9.*",     "\xA5.txt"                                              },
-        {"*a*.*z",     "d.tar.gz"                                              },
-        {"..\\F\\B.*", "b.TXT"                                                 },
-        {"*.nosuch",   ""                                                      },
-        {"nosuch\\*",  ""                                                      },
-        {"A.+ZOO",     "A.+zoo/"                                               },
-        {"A.+zoo\\",   ""                                                      },
-        {"",           ""                                                      },
+        {"*", ".hidden A.+zoo/ A.txt A2.txt b.TXT c d.tar.gz \xA5.txt"},
+        {"*.*", ".hidden A.+zoo/ A.txt A2.txt b.TXT c d.tar.gz \xA5.txt"},
+        {"a.*", "A.+zoo/ A.txt"},
+        {"C.*", "c"},
+        {"?.TXT", "A.txt b.TXT \xA5.txt"},
+        {"\xB9.*", "\xA5.txt"},
+        {"*a*.*z", "d.tar.gz"},
+        {"..\\F\\B.*", "b.TXT"},
+        {"*.nosuch", ""},
+        {"nosuch\\*", ""},
+        {"A.+ZOO", "A.+zoo/"},
+        {"A.+zoo\\", ""},
+        {"", ""},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.pattern);
@@ -161,14 +161,14 @@ TEST_F(Files, OpenKeepsTheSpellingOfWhatExists) {
         bool opens;
         const char* path;  // where "new" then stands
     } rows[] = {
-        {"written over",            "DANE\\SAVE.TXT",  "wb",  true,  "Dane/Save.txt"    },
-        {"a new one, as given",     "DANE\\New.TXT",   "w+b", true,  "Dane/New.TXT"     },
-        {"Polish letters as UTF-8", "dane\\\xBF.txt",  "ab",  true,  "Dane/\xC5\xBC.txt"},
-        {"missing, to be read",     "dane\\no.txt",    "r+b", false, nullptr            },
-        {"in a missing folder",     "nosuch\\new.txt", "wb",  false, nullptr            },
-        {"a folder",                "DANE",            "wb",  false, nullptr            },
-        {"a folder to be read",     "DANE",            "rb",  false, nullptr            },
-        {"the root",                "C:\\",            "wb",  false, nullptr            },
+        {"written over", "DANE\\SAVE.TXT", "wb", true, "Dane/Save.txt"},
+        {"a new one, as given", "DANE\\New.TXT", "w+b", true, "Dane/New.TXT"},
+        {"Polish letters as UTF-8", "dane\\\xBF.txt", "ab", true, "Dane/\xC5\xBC.txt"},
+        {"missing, to be read", "dane\\no.txt", "r+b", false, nullptr},
+        {"in a missing folder", "nosuch\\new.txt", "wb", false, nullptr},
+        {"a folder", "DANE", "wb", false, nullptr},
+        {"a folder to be read", "DANE", "rb", false, nullptr},
+        {"the root", "C:\\", "wb", false, nullptr},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.what);
@@ -240,12 +240,8 @@ TEST(CodePage, EveryCharacterComesBack) {
         const char* what;
         const char* text;
     } rows[] = {
-        {"overlong",           "\xC0\xAF"        },
-        {"overlong, of three", "\xE0\x80\xAF"    },
-        {"cut off",            "a\xE2\x82"       },
-        {"a surrogate",        "\xED\xA0\x80"    },
-        {"behind the last",    "\xF4\x90\x80\x80"},
-        {"a lone follower",    "\x80"            },
+        {"overlong", "\xC0\xAF"},        {"overlong, of three", "\xE0\x80\xAF"},  {"cut off", "a\xE2\x82"},
+        {"a surrogate", "\xED\xA0\x80"}, {"behind the last", "\xF4\x90\x80\x80"}, {"a lone follower", "\x80"},
     };
     for (const auto& row : rows)
         EXPECT_EQ(headless::fromUtf8(row.text), row.text) << row.what;

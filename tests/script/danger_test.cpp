@@ -15,7 +15,7 @@ struct Danger {
     const char* what;
     std::string scene;
     const char* run;
-    const char* log;   // the text LOG at the end
+    const char* log;  // the text LOG at the end
     int debugLines;
 };
 
@@ -30,7 +30,8 @@ TEST(Danger, RecursionEndsAndTheScriptGoesOn) {
          "DEEP^RUN();LOG^SET(\"on\");", "on", 1},
         {"a block runs itself twice", lines("N", "INTEGER") + code("DEEP", deep + "DEEP^RUN();DEEP^RUN();"),
          "DEEP^RUN();LOG^SET(\"on\");", "on", 1},
-        {"through blocks of an IF", lines("N", "INTEGER") + code("DEEP", "@IF(\"1\",_,1,{" + deep + "DEEP^RUN($1);},\"\");"),
+        {"through blocks of an IF",
+         lines("N", "INTEGER") + code("DEEP", "@IF(\"1\",_,1,{" + deep + "DEEP^RUN($1);},\"\");"),
          "DEEP^RUN(\"x\");LOG^SET(\"on\");", "on", 1},
         {"a signal that fires itself", lines("N", "INTEGER", "ONCHANGED={THIS^ADD(1);}\n"), "N^ADD(1);LOG^SET(\"on\");",
          "on", 1},
@@ -91,7 +92,8 @@ TEST(Danger, ObjectsThatVanishInTheMidstOfTheirCode) {
         {"a temporary", "", "@INT(\"T\",5);LOG^ADD(T);S^REMOVE(\"T\");LOG^ADD(T);", "5T"},
         {"a target that comes again", lines("A", "INTEGER", "VALUE=1\n"),
          "@LOOP({A_1^ADD(1);LOG^ADD(A_1);S^REMOVE(\"A_1\");A^RESETCLONES();A^CLONE();},0,3,1);", "A_122"},
-        {"a clone that another one replaces", lines("A", "INTEGER", "VALUE=1\n") + code("B", "A_1^ADD(1);LOG^ADD(A_1);"),
+        {"a clone that another one replaces",
+         lines("A", "INTEGER", "VALUE=1\n") + code("B", "A_1^ADD(1);LOG^ADD(A_1);"),
          "A^CLONE();B^RUN();A^RESETCLONES();A^CLONE();B^RUN();", "22"},
         {"a member of a group, by another one's signal",
          lines("A", "INTEGER", "ONCHANGED={S^REMOVE(\"B\");LOG^ADD(\"a\");}\n") +
@@ -99,11 +101,14 @@ TEST(Danger, ObjectsThatVanishInTheMidstOfTheirCode) {
          "G^ADD(\"A\",\"B\");G^INC();LOG^ADD(G^GETSIZE());", "a1"},
         {"the handler of a signal", code("H", "LOG^ADD(\"h\");") + lines("A", "INTEGER"),
          "A^ADDBEHAVIOUR(\"ONCHANGED\",\"H\");A^INC();S^REMOVE(\"H\");A^INC();LOG^ADD(\"|\");", "h|"},
-        {"a handler replaces itself", code("H", "A^REMOVEBEHAVIOUR(\"ONCHANGED\");LOG^ADD(\"$1$1\");") + lines("A", "INTEGER"),
+        {"a handler replaces itself",
+         code("H", "A^REMOVEBEHAVIOUR(\"ONCHANGED\");LOG^ADD(\"$1$1\");") + lines("A", "INTEGER"),
          "A^ADDBEHAVIOUR(\"ONCHANGED\",\"H\",\"p\");A^INC();A^INC();LOG^ADD(\"|\");", "pp|"},
-        {"a block compiled anew while it runs", code("B", "@IF(\"$1\",<,3,{LOG^ADD(\"$1\");B^RUN([$1+1]);LOG^ADD(\"-\");},\"\");"),
-         "B^RUN(1);LOG^ADD(\"|\");", "12--|"},
-        {"the object that a parameter names", lines("A", "INTEGER", "VALUE=4\n") + code("B", "S^REMOVE(\"A\");@RETURN(1);"),
+        {"a block compiled anew while it runs",
+         code("B", "@IF(\"$1\",<,3,{LOG^ADD(\"$1\");B^RUN([$1+1]);LOG^ADD(\"-\");},\"\");"), "B^RUN(1);LOG^ADD(\"|\");",
+         "12--|"},
+        {"the object that a parameter names",
+         lines("A", "INTEGER", "VALUE=4\n") + code("B", "S^REMOVE(\"A\");@RETURN(1);"),
          "LOG^ADD([A+B^RUN()]);LOG^ADD(A);", "5A"},
     };
     for (const auto& row : rows) {
@@ -116,9 +121,9 @@ TEST(Danger, ObjectsThatVanishInTheMidstOfTheirCode) {
 
 TEST(Danger, TheApplicationRestartsInTheMidstOfATick) {
     Stage stage(code("__INIT__", "G^ADD(\"S\");@IF(\"K\",_,0,{APP^GOTO(\"EQ\");K^SET(1);},\"\");"));
-    stage.definition(lines("APP", "APPLICATION", "EPISODES=EP,EQ\nPATH=APP\n") + lines("EP", "EPISODE", "SCENES=S\nPATH=EP\n") +
-                     lines("EQ", "EPISODE", "SCENES=T\nPATH=EQ\n") + lines("S", "SCENE", "PATH=S\n") +
-                     lines("T", "SCENE", "PATH=T\n"));
+    stage.definition(lines("APP", "APPLICATION", "EPISODES=EP,EQ\nPATH=APP\n") +
+                     lines("EP", "EPISODE", "SCENES=S\nPATH=EP\n") + lines("EQ", "EPISODE", "SCENES=T\nPATH=EQ\n") +
+                     lines("S", "SCENE", "PATH=S\n") + lines("T", "SCENE", "PATH=T\n"));
     stage.level("APP", lines("G", "STRING") + lines("K", "INTEGER") + code("GONE", "G^ADD(\"d\");"));
     stage.file("Dane/T/T.cnv",
                lines("FIRST", "TIMER", "ELAPSE=10\nONTICK={G^ADD(\"a\");APP^RESTART();G^ADD(\"b\");THIS^SET(4);}\n") +
@@ -135,7 +140,9 @@ TEST(Danger, PoolsGrowAndNothingStaysTaken) {
     const int before = CMC_VariableFactory::takenCount();
     stage.run("@LOOP({N^ADD(_I_);W^SET([\"a\"+_I_]);W^GET(0,1);@CONV(N,\"DOUBLE\");N^ADD(1);},0,500,1);");
     stage.run("DEEP^RUN(1);@INT(\"T\",1);T^ADD(2);S^RUN(\"N\",\"ADD\",1);N^SWITCH(1,2);N^POWER(2);W^LENGTH();");
-    stage.run("@IF([N+1],>,N^ADD(1),{W^SET(N^GET());},\"\");@WHILE(\"W^LENGTH()\",<,5,{W^ADD(\"xx\");});NOBODY^SET(W^GET(1));");
+    stage.run(
+        "@IF([N+1],>,N^ADD(1),{W^SET(N^GET());},\"\");@SET(1);@INT(\"M\",0);@WHILE(\"M\",<,5,{M^ADD(2);});NOBODY^SET(W^"
+        "GET(1));");
     EXPECT_EQ(CMC_VariableFactory::takenCount(), before);
 }
 
@@ -146,12 +153,14 @@ TEST(Danger, MissingAndWrongParametersReadAsEmpty) {
         "ADDTOARRAY GETNAME ADDBEHAVIOUR GETCLONEINDEX RESETCLONES REMOVEBEHAVIOUR RUN RUNC RUNLOOPED CHECK JOIN "
         "GETSIZE LOAD SAVE REMOVE REMOVEALL ENABLE DISABLE SETELAPSE RUNCLONES REMOVECLONES TOTIME GETELEMENTSNO "
         "SETMUSICVOLUME SETMUSICPAN SETMUSICFREQ GETMUSICVOLUME SETMINHSPRIORITY STARTMUSIC STOPMUSIC CREATEOBJECT";
-    constexpr const char* statements[] = {"IF", "WHILE", "RETURN", "CONV", "BOOL", "DOUBLE", "INT", "STRING", "LOOP",
-                                          "VALUE", "RUNONTIMER", "MSGBOX"};
+    constexpr const char* statements[] = {"IF",  "WHILE",  "RETURN", "CONV",  "BOOL",       "DOUBLE",
+                                          "INT", "STRING", "LOOP",   "VALUE", "RUNONTIMER", "MSGBOX"};
     Stage stage(kLog + lines("I", "INTEGER", "VALUE=3\n") + lines("D", "DOUBLE") + lines("W", "STRING", "VALUE=abc\n") +
-                lines("F", "BOOL") + lines("E", "EXPRESSION", "OPERAND1=I\n") + lines("C", "CONDITION") + lines("G", "GROUP") +
-                lines("LIST", "ARRAY") + lines("T", "TIMER", "ELAPSE=10\n") + code("B", "LOG^SET(\"b\");"));
-    for (const char* object : {"I", "D", "W", "F", "E", "C", "G", "LIST", "T", "B", "S", "CNVLOADER", "SYSTEM", "RANDOM"}) {
+                lines("F", "BOOL") + lines("E", "EXPRESSION", "OPERAND1=I\n") + lines("C", "CONDITION") +
+                lines("G", "GROUP") + lines("LIST", "ARRAY") + lines("T", "TIMER", "ELAPSE=10\n") +
+                code("B", "LOG^SET(\"b\");"));
+    for (const char* object :
+         {"I", "D", "W", "F", "E", "C", "G", "LIST", "T", "B", "S", "CNVLOADER", "SYSTEM", "RANDOM"}) {
         for (std::size_t at = 0; at < methods.size();) {
             const std::size_t stop = std::min(methods.find(' ', at), methods.size());
             const std::string call = object + ("^" + std::string(methods.substr(at, stop - at)));

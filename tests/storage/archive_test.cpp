@@ -52,20 +52,20 @@ TEST_F(Archive, WritesEachKindByteForByte) {
         std::function<void(CXArchive&)> write;
         std::string bytes;
     } rows[] = {
-        {"int",           [](CXArchive& a) { a << -2 << 0x01020304; },         "\xFE\xFF\xFF\xFF\4\3\2\1"s                },
-        {"unsigned long", [](CXArchive& a) { a << 0xF1020304UL; },             "\4\3\2\xF1"s                              },
-        {"64 bits",       [](CXArchive& a) { a << std::int64_t{-2}; },         "\xFE\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s        },
-        {"bool",          [](CXArchive& a) { a << true << false; },            "\1\0"s                                    },
-        {"double",        [](CXArchive& a) { a << 1.5 << 0.0004 << -0.0019; }, "\xDC\5\0\0\0\0\0\0\xFF\xFF\xFF\xFF"s      },
-        {"large double",  [](CXArchive& a) { a << 3e6 << -1e300; },            "\xFF\xFF\xFF\x7F\0\0\0\x80"s              },
-        {"no number",     [](CXArchive& a) { a << std::nan("") << HUGE_VAL; }, "\0\0\0\0\xFF\xFF\xFF\x7F"s                },
-        {"text",          [](CXArchive& a) { a << CXString("ab\xB9"); },       "\3\0\0\0ab\xB9"s                          },
-        {"empty text",    [](CXArchive& a) { a << CXString(); },               "\0\0\0\0"s                                },
-        {"characters",    [](CXArchive& a) { a << "abc"; },                    "\3\0\0\0abc"s                             },
-        {"rectangle",     [](CXArchive& a) { a << CXRect(1, 2, 3, -1); },      "\1\0\0\0\2\0\0\0\3\0\0\0\xFF\xFF\xFF\xFF"s},
-        {"short text",    [](CXArchive& a) { a.writeShortString("abc"); },     "\3abc"s                                   },
-        {"long as short", [&](CXArchive& a) { a.writeShortString(text300); },  "\x2C"s + std::string(44,                    'x')},
-        {"bare",               [](CXArchive& a) { a.FWrite("a b"); },                                                             "a b"s                                                    },
+        {"int", [](CXArchive& a) { a << -2 << 0x01020304; }, "\xFE\xFF\xFF\xFF\4\3\2\1"s},
+        {"unsigned long", [](CXArchive& a) { a << 0xF1020304UL; }, "\4\3\2\xF1"s},
+        {"64 bits", [](CXArchive& a) { a << std::int64_t{-2}; }, "\xFE\xFF\xFF\xFF\xFF\xFF\xFF\xFF"s},
+        {"bool", [](CXArchive& a) { a << true << false; }, "\1\0"s},
+        {"double", [](CXArchive& a) { a << 1.5 << 0.0004 << -0.0019; }, "\xDC\5\0\0\0\0\0\0\xFF\xFF\xFF\xFF"s},
+        {"large double", [](CXArchive& a) { a << 3e6 << -1e300; }, "\xFF\xFF\xFF\x7F\0\0\0\x80"s},
+        {"no number", [](CXArchive& a) { a << std::nan("") << HUGE_VAL; }, "\0\0\0\0\xFF\xFF\xFF\x7F"s},
+        {"text", [](CXArchive& a) { a << CXString("ab\xB9"); }, "\3\0\0\0ab\xB9"s},
+        {"empty text", [](CXArchive& a) { a << CXString(); }, "\0\0\0\0"s},
+        {"characters", [](CXArchive& a) { a << "abc"; }, "\3\0\0\0abc"s},
+        {"rectangle", [](CXArchive& a) { a << CXRect(1, 2, 3, -1); }, "\1\0\0\0\2\0\0\0\3\0\0\0\xFF\xFF\xFF\xFF"s},
+        {"short text", [](CXArchive& a) { a.writeShortString("abc"); }, "\3abc"s},
+        {"long as short", [&](CXArchive& a) { a.writeShortString(text300); }, "\x2C"s + std::string(44, 'x')},
+        {"bare", [](CXArchive& a) { a.FWrite("a b"); }, "a b"s},
     };
     for (const auto& row : rows)
         EXPECT_EQ(written(row.write), row.bytes) << row.what;
@@ -119,12 +119,14 @@ TEST_F(Archive, LengthsAreComparedWithWhatIsLeft) {
     } rows[] = {
         {"far too long",
          "\xFF\xFF\xFF\x7F"
-         "abc"s,                         false, false},
+         "abc"s,
+         false, false},
         {"one too long", "\4\0\0\0abc"s, false, false},
         {"negative",
          "\xFF\xFF\xFF\xFF"
-         "abc"s,                         true,  false},
-        {"empty",        "\0\0\0\0"s,    true,  true },
+         "abc"s,
+         true, false},
+        {"empty", "\0\0\0\0"s, true, true},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.what);

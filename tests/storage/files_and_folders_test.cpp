@@ -52,13 +52,13 @@ TEST_F(Storage, TheProgramsCopyComesFirstAndATranslatedOneBeforeEach) {
         const char *name, *places[4];
     } rows[] = {
         {"Dane\\S\\f.txt",
-         {"Program/Dane/S/POL/f.txt", "Program/Dane/S/f.txt", "Disc/Dane/S/POL/f.txt", "Disc/Dane/S/f.txt"}          },
+         {"Program/Dane/S/POL/f.txt", "Program/Dane/S/f.txt", "Disc/Dane/S/POL/f.txt", "Disc/Dane/S/f.txt"}},
         {"COMMON\\f.txt",
-         {"Program/COMMON/POL/f.txt", "Program/COMMON/f.txt", "Disc/COMMON/POL/f.txt", "Disc/COMMON/f.txt"}          },
-        {"wavs\\f.wav",    {"Program/WAVS/POL/F.WAV", "Program/WAVS/F.WAV", "Disc/wavs/POL/f.wav", "Disc/wavs/f.wav"}},
- // Only the folder of sounds is looked for without regard to case, and one without a known name not at all.
-        {"dane\\f.txt",    {nullptr, "Disc/dane/POL/f.txt", nullptr, "Disc/dane/f.txt"}                              },
-        {"else\\f.txt",    {nullptr, "Disc/else/POL/f.txt", nullptr, "Disc/else/f.txt"}                              },
+         {"Program/COMMON/POL/f.txt", "Program/COMMON/f.txt", "Disc/COMMON/POL/f.txt", "Disc/COMMON/f.txt"}},
+        {"wavs\\f.wav", {"Program/WAVS/POL/F.WAV", "Program/WAVS/F.WAV", "Disc/wavs/POL/f.wav", "Disc/wavs/f.wav"}},
+        // Only the folder of sounds is looked for without regard to case, and one without a known name not at all.
+        {"dane\\f.txt", {nullptr, "Disc/dane/POL/f.txt", nullptr, "Disc/dane/f.txt"}},
+        {"else\\f.txt", {nullptr, "Disc/else/POL/f.txt", nullptr, "Disc/else/f.txt"}},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
@@ -109,15 +109,15 @@ TEST_F(Storage, ScriptNamesBecomePaths) {
         const char* name;
         std::string path;
     } rows[] = {
-        {"a\\b.txt",   "a\\b.txt"               },
-        {"$a.txt",     disc + "\\a.txt"         },
-        {"&a.txt",     disc + "\\a.txt"         },
-        {"a$.txt",     "a$.txt"                 },
+        {"a\\b.txt", "a\\b.txt"},
+        {"$a.txt", disc + "\\a.txt"},
+        {"&a.txt", disc + "\\a.txt"},
+        {"a$.txt", "a$.txt"},
         {"Dane?b.ann", program + "\\Dane\\b.ann"},
-        {"?b.ann",     program + "\\b.ann"      },
-        {"??b.ann?",   program + "\\b.ann"      },
-        {"?",          program + "\\"           },
-        {"",           ""                       },
+        {"?b.ann", program + "\\b.ann"},
+        {"??b.ann?", program + "\\b.ann"},
+        {"?", program + "\\"},
+        {"", ""},
     };
     for (const auto& row : rows)
         EXPECT_EQ(text(CPath::resolveFileName(window.get(), row.name)), row.path) << row.name;
@@ -163,8 +163,8 @@ TEST_F(Storage, LinesComeWithOneLineFeedInTextAndAsTheyAreInBinary) {
         std::vector<std::string> lines;
         int bytes;
     } rows[] = {
-        {CFile::kReadText,   {"ab\n", "\n", "c\rd\r\n", "e\r"},       11},
-        {0x01,               {"ab\n", "\n", "c\rd\r\n", "e\r"},       11},
+        {CFile::kReadText, {"ab\n", "\n", "c\rd\r\n", "e\r"}, 11},
+        {0x01, {"ab\n", "\n", "c\rd\r\n", "e\r"}, 11},
         {CFile::kReadBinary, {"ab\r\n", "\r\n", "c\rd\r\r\n", "e\r"}, 14},
     };
     for (const auto& row : rows) {
@@ -275,11 +275,11 @@ TEST(FileNameResolver, SplitsPathsAndNames) {
         std::vector<CXString> folders;
     } rows[] = {
         {"C:\\a\\b\\pic.old.img", 'C', "pic.old.img", "pic", "old", "C:\\a\\b\\", {"a", "b"}},
-        {"a\\pic",                0,   "pic",         "pic", "",    "a\\",        {"a"}     },
-        {"pic.ann",               0,   "pic.ann",     "pic", "ann", "",           {}        },
-        {"\\\\a\\.x",             0,   ".x",          "x",   "",    "\\\\a\\",    {"a"}     },
-        {"D:",                    'D', "",            "",    "",    "",           {}        },
-        {"",                      0,   "",            "",    "",    "",           {}        },
+        {"a\\pic", 0, "pic", "pic", "", "a\\", {"a"}},
+        {"pic.ann", 0, "pic.ann", "pic", "ann", "", {}},
+        {"\\\\a\\.x", 0, ".x", "x", "", "\\\\a\\", {"a"}},
+        {"D:", 'D', "", "", "", "", {}},
+        {"", 0, "", "", "", "", {}},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.path);

@@ -13,9 +13,16 @@
 
 namespace headless {
 
+// The tick count that virtual time begins with, unless told otherwise. Under stress it wraps after half a second.
+#ifdef PROSCENIUM_STRESS
+inline constexpr std::uint32_t kFirstTick = 0xFFFFFFFF - 500;
+#else
+inline constexpr std::uint32_t kFirstTick = 1000;
+#endif
+
 struct Options {
     std::string folder;  // the current folder, in the system's form; "": an empty one is made, and removed at the end
-    std::uint32_t ticks = 1000;
+    std::uint32_t ticks = kFirstTick;
     std::int64_t utcSeconds = 946'684'800;  // 2000-01-01 00:00:00
     int bitsPerPixel = 16;
     std::string localeCode = "0409";

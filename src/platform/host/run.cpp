@@ -85,9 +85,11 @@ public:
 private:
     static CCommandLine6 engineCommandLine(const Options& options) {
         std::vector<std::string> texts;
+        texts.reserve(options.engineArguments.size());
         for (const std::string& argument : options.engineArguments)
             texts.push_back(headless::fromUtf8(argument));
         std::vector<char*> arguments;
+        arguments.reserve(texts.size());
         for (std::string& text : texts)
             arguments.push_back(text.data());
         return {static_cast<int>(arguments.size()), arguments.data()};
