@@ -48,18 +48,9 @@ CXVector* CMC_Behaviour::resolveParameters(CMC_Scene* scene, CMC_Object* self, C
                                            CMC_Behaviour* behaviour) {
     if (!text.IsString()) return nullptr;
     auto values = std::make_unique<CXVector>();
-    int depth = 0;
-    int start = 0;
-    for (int i = 0; i <= text.GetLength(); ++i) {
-        const char c = i < text.GetLength() ? text.GetAt(i) : ',';
-        if (c == '(') ++depth;
-        if (c == ')') --depth;
-        if (i < text.GetLength() && (c != ',' || depth != 0)) continue;
-        if (i > start) {
-            CMC_Variable* value = resolveParameter(scene, self, text.Mid(start, i), behaviour);
-            if (value && value != CMC_Variable::breakValue()) values->add(value);
-        }
-        start = i + 1;
+    for (const CXString& piece : cutParameters(text)) {
+        CMC_Variable* value = resolveParameter(scene, self, piece, behaviour);
+        if (value && value != CMC_Variable::breakValue()) values->add(value);
     }
     return values.release();
 }

@@ -30,6 +30,21 @@ bool isBlock(const CXString& text, int& margin) {
     return text.GetLength() >= margin && text.GetAt(margin - 1) == '{';
 }
 
+std::vector<CXString> cutParameters(const CXString& text) {
+    std::vector<CXString> pieces;
+    int depth = 0;
+    int start = 0;
+    for (int i = 0; i <= text.GetLength(); ++i) {
+        const char c = i < text.GetLength() ? text.GetAt(i) : ',';
+        if (c == '(') ++depth;
+        if (c == ')') --depth;
+        if (i < text.GetLength() && (c != ',' || depth != 0)) continue;
+        if (i > start) pieces.push_back(text.Mid(start, i));
+        start = i + 1;
+    }
+    return pieces;
+}
+
 CMC_Runner* runnerOf(CMC_Object* object) {
     if (CMC_Runner* runner = CMC_RunnerFactory::getRunner(object->getType())) return runner;
     return object->getRunner();
@@ -163,16 +178,8 @@ void CMC_CodeLine::compileParameters(int open) {
     const CXString text = source_.Mid(open + 1, std::max(open + 1, source_.GetLength() - 1));
     if (!text.IsString()) return;
     hasParameters_ = true;
-    int depth = 0;
-    int start = 0;
-    for (int i = 0; i <= text.GetLength(); ++i) {
-        const char c = i < text.GetLength() ? text.GetAt(i) : ',';
-        if (c == '(') ++depth;
-        if (c == ')') --depth;
-        if (i < text.GetLength() && (c != ',' || depth != 0)) continue;
-        if (i > start) compileParameter(text.Mid(start, i));
-        start = i + 1;
-    }
+    for (const CXString& piece : cutParameters(text))
+        compileParameter(piece);
     for (const Parameter& parameter : parameters_)
         values_.add(parameter.value.get());
     onlyLiterals_ = std::ranges::all_of(parameters_, [](const Parameter& parameter) {

@@ -103,6 +103,9 @@ private:
     std::unique_ptr<CMC_Expression> expression_;  // of a bracket form, or of an indirect call
 };
 
+// The pieces of a parameter list: cut at commas outside parentheses; an empty piece takes no place.
+std::vector<CXString> cutParameters(const CXString& text);
+
 // The runner of that object's type: the factory's, else the object's own; null when there is none.
 CMC_Runner* runnerOf(CMC_Object* object);
 
