@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The Proscenium authors
 // SPDX-License-Identifier: GPL-2.0-or-later
 // How a scene comes to life and goes.
-#include <array>
+#include <algorithm>
 
 #include "definition/cnv_loader.h"
 #include "definition/element.h"
@@ -168,9 +168,13 @@ void CMC_Scene::unloadObjects() {
         removeObject(parent_);
         if (parent_->getParent()) removeObject(parent_->getParent());
     }
+    // In order of entry, but blocks behind all others: a block that has ended has no statements left, and the handlers
+    // of ONDONE are blocks.
     std::vector<Ref<CMC_Object>> values;
     for (CXObject* object : table_->getAllValues()->elements())
         values.emplace_back(static_cast<CMC_Object*>(object));
+    std::ranges::stable_partition(
+        values, [](const Ref<CMC_Object>& value) { return value->getType() != CMC_Behaviour::kType; });
     for (const Ref<CMC_Object>& value : values)
         if (value) value->done(true);
     // What ONDONE handlers make meanwhile goes, too.

@@ -107,6 +107,8 @@ TEST(Danger, ObjectsThatVanishInTheMidstOfTheirCode) {
         {"a block compiled anew while it runs",
          code("B", "@IF(\"$1\",<,3,{LOG^ADD(\"$1\");B^RUN([$1+1]);LOG^ADD(\"-\");},\"\");"), "B^RUN(1);LOG^ADD(\"|\");",
          "12--|"},
+        {"a number whose text an object takes as name", lines("A", "INTEGER") + code("B", "A^SET(5);LOG^ADD(A);"),
+         "B^RUN();@INT(\"5\",7);B^RUN();S^REMOVE(\"5\");B^RUN();", "575"},
         {"the object that a parameter names",
          lines("A", "INTEGER", "VALUE=4\n") + code("B", "S^REMOVE(\"A\");@RETURN(1);"),
          "LOG^ADD([A+B^RUN()]);LOG^ADD(A);", "5A"},
