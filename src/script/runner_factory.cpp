@@ -52,6 +52,8 @@ void make(Owned& runner) {
 }  // namespace
 
 void CMC_RunnerFactory::initialize() {
+    // Compiled lines hold on to their runners.
+    if (pDummyRunner) return;
     make<CMC_Dummy_Runner>(pDummyRunner);
     make<CMC_Variable_Runner>(pVariableRunner);
     make<CMC_BasicCondition_Runner>(pConditionRunner);

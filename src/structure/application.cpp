@@ -40,6 +40,9 @@ CMC_Variable* run(const MethodCall& c) {
     return runNamed(c, [](const CXString& method, const char* word) { return method.equalsIgnoreCase(word); });
 }
 
+// Of several applications in a definition the last one runs, yet all of them need the runners to their end.
+int applications = 0;
+
 constexpr MethodRow kMethods[] = {
     {1,  "EXIT",         bind<&CMC_Application::exit>       },
     {2,  "RESTART",      bind<&CMC_Application::restart>    },
@@ -59,6 +62,7 @@ static_assert(isMethodTable(kMethods));
 CVersionizer CMC_Application::version(7, 2, 1);
 
 CMC_Application::CMC_Application(CWindow* window) : CMC_Scene(window, kType) {
+    ++applications;
     CMC_Behaviour::initTrash();
     CMC_VariableFactory::initialize();
     CMC_RunnerFactory::initialize();
@@ -68,6 +72,7 @@ CMC_Application::CMC_Application(CWindow* window) : CMC_Scene(window, kType) {
 CMC_Application::CMC_Application(CWindow* window, CMC_StructureParser* parser, CMElement* element,
                                  CCommandLine6* commandLine)
     : CMC_Scene(window, nullptr, element, kType), commandLine_(commandLine) {
+    ++applications;
     CMC_Behaviour::initTrash();
     CStringTokenizer names(element->getPropertyValue("EPISODES"), ", ");
     while (names.hasMoreTokens())
@@ -81,9 +86,11 @@ CMC_Application::CMC_Application(CWindow* window, CMC_StructureParser* parser, C
 
 CMC_Application::~CMC_Application() {
     if (getCurrentScene()) CMC_Application::unload(nullptr);
+    startEpisode_ = nullptr;  // last handlers may ask for a restart
     deleteChildren();
     // All script that unloading may still run needs the runners: this level's own objects go first.
     CMC_Scene::unload(nullptr);
+    if (--applications > 0) return;
     CMC_RunnerFactory::done();
     CMC_Behaviour::doneTrash();
 }

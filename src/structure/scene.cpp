@@ -41,6 +41,8 @@ CMC_Scene::CMC_Scene(CWindow* window, CMC_Scene* parent, CMElement* element, int
       binary_(false) {}
 
 CMC_Scene::~CMC_Scene() {
+    for (CMC_Scene* level : listedBy_)
+        level->forgetChild(this);
     CMC_Scene::unload(nullptr);
     if (CCollisionInspector* inspector = window_->getCollisionInspectorInterface())
         for (void* object : monitored_.elements())
@@ -141,14 +143,24 @@ void CMC_Scene::addChild(CMC_Object* child) {
     auto* scene = static_cast<CMC_Scene*>(child);
     scene->setParent(this);
     subScenes_.add(scene);
+    scene->listedBy_.push_back(this);
+}
+
+void CMC_Scene::forgetChild(CMC_Scene* child) {
+    while (subScenes_.contains(child))
+        subScenes_.remove(child);
+    while (history_.contains(child))
+        history_.remove(child);
+    if (current_ == child) current_ = nullptr;
+    if (pending_ == child) pending_ = nullptr;
 }
 
 // A scene that two levels list, or one level twice, belongs to the level that it has as parent.
 void CMC_Scene::deleteChildren() {
     while (!subScenes_.isEmpty()) {
         auto* child = static_cast<CMC_Scene*>(subScenes_.at(0));
-        while (subScenes_.contains(child))
-            subScenes_.remove(child);
+        std::erase(child->listedBy_, this);
+        forgetChild(child);
         if (child->getParent() == this) delete child;
     }
     current_ = nullptr;

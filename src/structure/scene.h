@@ -107,18 +107,20 @@ protected:
     void setPending(CMC_Scene* scene) { pending_ = scene; }
     CMC_Scene* firstChild() const;
     CXVector& history() { return history_; }
-    void deleteChildren();
+    void deleteChildren();  // those that have this level as parent; the others go on
     void loadOwnObjects();  // of an upper level: from its folder, when it is built
 
 private:
     static bool isLevel(const CMC_Object* object);
     void addLevel(CMC_Scene* level);
+    void forgetChild(CMC_Scene* child);
     void unloadObjects();
 
     CXString dlls_, description_, creationTime_, lastModifyTime_, author_, coAuthors_, path_, background_, music_;
     CWindow* window_;
     CUnit6* unit_ = nullptr;
     CXVector subScenes_;
+    std::vector<CMC_Scene*> listedBy_;   // the levels that have it among their children, the parent or not
     std::unique_ptr<CXVector> objects_;  // owned, the levels of the tree excepted
     std::unique_ptr<CHashtable> table_;  // name to object
     CMC_Scene* parent_ = nullptr;
