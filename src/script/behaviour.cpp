@@ -88,7 +88,7 @@ bool CMC_Behaviour::run(CMC_Object* self, const CodeParams* params, bool checkCo
     ++runs_;
     ++lines->runs;
     bool broke = false;
-    for (std::size_t i = 0; i < lines->all.size() && !broke; ++i) {
+    for (std::size_t i = 0; i < lines->all.size() && !broke && ScriptBudget::spend(); ++i) {
         CMC_Variable* result = lines->all[i]->run(self, params);
         broke = result == CMC_Variable::breakValue();
         if (result && !broke) release(result);

@@ -35,7 +35,7 @@ CMC_Variable* runLooped(const MethodCall& c) {
     for (int i = 2; i < c.count(); ++i)
         params.push_back(c.text(i));
     const Ref<CMC_Behaviour> block(static_cast<CMC_Behaviour*>(c.object));
-    for (std::int64_t i = start; i < bound && block; i += step) {
+    for (std::int64_t i = start; i < bound && block && ScriptBudget::spend(); i += step) {
         params.front() = CXString::toString(static_cast<int>(i));
         if (block->run(nullptr, &params, true)) break;
     }

@@ -62,7 +62,8 @@ CMC_Variable* whileHolds(const MethodCall& c) {
     const CXString b = c.text(2);
     const Block body(c, c.text(3));
     while (CMC_Condition::valid(c.scene, a, op, b)) {
-        if (body.get() == nullptr) break;  // nothing is left that could change the condition
+        // Without a body nothing is left that could change the condition.
+        if (body.get() == nullptr || !ScriptBudget::spend()) break;
         body.run(false, false);
     }
     return nullptr;
@@ -77,7 +78,8 @@ CMC_Variable* loop(const MethodCall& c) {
     const Ref<CMC_Integer> alive(counter);
     bool broke = false;
     std::int64_t i = c.integer(1);
-    while (!broke && body.get() && i < static_cast<std::int64_t>(c.integer(1)) + c.integer(2)) {
+    while (!broke && body.get() && i < static_cast<std::int64_t>(c.integer(1)) + c.integer(2) &&
+           ScriptBudget::spend()) {
         if (alive) counter->setValue(static_cast<int>(i));
         broke = body.run(false, true);
         i += c.integer(3);

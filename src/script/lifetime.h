@@ -34,6 +34,28 @@ private:
     static inline bool overflowed_ = false;
 };
 
+// While one of these lives, script runs this many statements and passes of loops at most; what is left over is skipped.
+// For those who run code that nobody has looked at. There is no limit without one.
+class ScriptBudget {
+public:
+    explicit ScriptBudget(int statements) { left_ = statements; }
+    ~ScriptBudget() { left_ = kUnlimited; }
+    ScriptBudget(const ScriptBudget&) = delete;
+    ScriptBudget& operator=(const ScriptBudget&) = delete;
+
+    // Takes one off. False when none was left.
+    static bool spend() {
+        if (left_ == kUnlimited) return true;
+        if (left_ == 0) return false;
+        --left_;
+        return true;
+    }
+
+private:
+    static constexpr int kUnlimited = -1;
+    static inline int left_ = kUnlimited;
+};
+
 // Destroys the object when no script is running, else at the end of the outermost run; in the order of the calls.
 void destroyLate(std::unique_ptr<CXObject> object);
 

@@ -115,7 +115,7 @@ void CMC_Object::clone(int n) {
         n = kMostClones;
         platform::current().shell.debugOutput("script: too many clones asked for of " + std::string(name_.view()));
     }
-    for (int i = 0; i < n; ++i) {
+    for (int i = 0; i < n && ScriptBudget::spend(); ++i) {
         auto* copy = static_cast<CMC_Object*>(clone());
         if (copy == nullptr) return;
         clone(copy);

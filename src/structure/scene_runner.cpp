@@ -29,7 +29,7 @@ CMC_Variable* run(const MethodCall& c) {
 template <class Action>
 void forClones(const CMC_Object* object, int from, int to, Action action) {
     const CXString name = object->getName() + "_";
-    for (std::int64_t i = from; i <= to; ++i)
+    for (std::int64_t i = from; i <= to && ScriptBudget::spend(); ++i)
         action(name + CXString::toString(static_cast<int>(i)));
 }
 
