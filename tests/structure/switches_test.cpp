@@ -109,9 +109,9 @@ TEST(Switches, LeavingTellsTheLevelsBeforeTheObjects) {
         const char* run;
         const char* log;
     } rows[] = {
-        {"a scene", "EP^GOTO(\"U\");", "EoU"},
-        {"an episode, whose objects stay", "APP^GOTO(\"EQ\");", "AEoV"},
-        {"the same episode", "APP^GOTO(\"EP\");", "AEoT"},
+        {"a scene", "EP^GOTO(\"U\");", "EopU"},
+        {"an episode, whose objects stay", "APP^GOTO(\"EQ\");", "AEopV"},
+        {"the same episode", "APP^GOTO(\"EP\");", "AEopT"},
         {"nothing", "EP^GOTO(\"X\");", ""},
     };
     for (const auto& row : rows) {
@@ -119,8 +119,9 @@ TEST(Switches, LeavingTellsTheLevelsBeforeTheObjects) {
         Tree tree(lines("APP", "", "ONDONE={LOG^ADD(\"A\");}\n"));
         tree.level("EP", lines("EP", "", "ONDONE={LOG^ADD(\"E\");}\n") +
                              lines("STAYS", "INTEGER", "ONDONE={LOG^ADD(\"never\");}\n"));
-        tree.file("Dane/T/T.cnv",
-                  lines("O", "INTEGER", "ONDONE=NOTE(o)\n") + lines("T", "", "ONDONE={LOG^ADD(\"no\");}\n"));
+        tree.file("Dane/T/T.cnv", lines("O", "INTEGER", "ONDONE=NOTE(o)\n") +
+                                      lines("P", "INTEGER", "ONDONE={LOG^ADD(\"p\");}\n") +
+                                      lines("T", "", "ONDONE={LOG^ADD(\"no\");}\n"));
         tree.run(std::string("LOG^CLEAR();") + row.run);
         tree.frames(1);
         EXPECT_EQ(tree.log(), row.log);
