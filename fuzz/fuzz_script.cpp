@@ -21,9 +21,9 @@ constexpr std::size_t kLongest = 4096;  // longer inputs tell nothing new
 constexpr int kInputsOfAStage = 256;    // what scripts leave on the disk is cleared away then
 
 const std::string kScene =
-    code("B", "LOG^ADD(\"$1\");N^ADD($2);") + lines("N", "INTEGER", "VALUE=3\nONCHANGED=B(a,1)\nTOINI=TRUE\n") +
-    lines("D", "DOUBLE", "VALUE=2.5\nONBRUTALCHANGED^1.00=B\n") + lines("F", "BOOL", "VALUE=TRUE\n") +
-    lines("LOG", "STRING") + lines("W", "STRING", "VALUE=N\nONDONE=B(w)\n") +
+    code("B", "LOG^ADD(\"$1\");N^ADD($2);") + lines("N", "INTEGER", "VALUE=3\nONCHANGED=B(a,1)\n") +
+    lines("HOOK", "INTEGER", "TOINI=TRUE\n") + lines("D", "DOUBLE", "VALUE=2.5\nONBRUTALCHANGED^1.00=B\n") +
+    lines("F", "BOOL", "VALUE=TRUE\n") + lines("LOG", "STRING") + lines("W", "STRING", "VALUE=N\nONDONE=B(w)\n") +
     lines("C", "CONDITION", "OPERAND1=N\nOPERATOR=LESS\nOPERAND2=5\nONRUNTIMESUCCESS=B(c)\n") +
     lines("CC", "COMPLEXCONDITION", "OPERATOR=AND\nCONDITION1=C\nCONDITION2=C\n") +
     lines("E", "EXPRESSION", "OPERAND1=N\nOPERATOR=ADD\nOPERAND2=[D*2]\n") + lines("LIST", "ARRAY") +
@@ -60,7 +60,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             scene->addObject(block);
             stage->run("G^ADD(\"N\",\"D\",\"W\",\"B\");B^CLONE();FUZZED^RUN(N,\"x\",[N+1]);");
             stage->run(
-                "N^ADDBEHAVIOUR(\"ONCHANGED\",\"FUZZED\",1,W);N^SET(77);@RUNONTIMER(10,2,\"FUZZED\",\"FUZZED\");");
+                "HOOK^ADDBEHAVIOUR(\"ONCHANGED\",\"FUZZED\",1,W);HOOK^INC();@RUNONTIMER(10,2,\"FUZZED\",\"FUZZED\");");
         }
         stage->frames(3);
         stage->run("S^RESUME();EP^GOTO(\"T2\");APP^GOTO(\"EP\");");

@@ -19,8 +19,8 @@ CXObject* CStringHashCode::clone() { return new CStringHashCode(text_); }
 int CStringHashCode::hashOf(std::string_view text) {
     std::uint32_t sum = 0;
     for (std::uint32_t i = 0; i < text.size(); ++i) {
-        const auto c = static_cast<std::uint32_t>(static_cast<signed char>(text[i]));
-        sum += (1U << i % 16) + (i + 1) * c;
+        const int c = static_cast<signed char>(text[i]);
+        sum += (1U << i % 16) + (i + 1) * static_cast<std::uint32_t>(c);
     }
     return static_cast<int>(sum);
 }

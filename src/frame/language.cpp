@@ -58,7 +58,7 @@ void CLanguageOSVer::setLanguageFolder(const char* code) { subFolder = getSubFol
 
 CXString CLanguageOSVer::getSubFolder(const CXString& code) {
     // What stands in the file wins over the table, and may name languages that the table doesn't have.
-    const CXString configured = readEntry(iniFileName, code);
+    CXString configured = readEntry(iniFileName, code);
     if (configured.IsString()) return configured;
     CXString upper = code;
     upper.Upper();

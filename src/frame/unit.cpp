@@ -33,7 +33,7 @@ CUnit6::~CUnit6() {
     if (general) general->remove(resources_.get());
     window_->removeKeyListener(this);
     window_->removeMouseListener(this);
-    flushEditBoxes();
+    CUnit6::flushEditBoxes();
 }
 
 bool CUnit6::initialize(CUnitData*, CMC_Scene* scene, CUnit6* previous) {

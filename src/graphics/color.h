@@ -24,7 +24,7 @@ public:
     void Set(short value, _colormodel model);
     void Set(unsigned char r, unsigned char g, unsigned char b);
     void Set(unsigned char r, unsigned char g, unsigned char b, unsigned char a);
-    void set(int packed);
+    void set(int word);
 
     int getValue() const { return value_; }
     _colormodel getModel() const { return model_; }

@@ -167,6 +167,7 @@ bool CMC_Behaviour::done(bool keep) {
 }
 
 void CMC_Behaviour::compile(const CXString& code) {
+    ScriptBudget::spendOnCode(code.GetLength());
     auto lines = std::make_unique<Lines>();
     for (const CXString& statement : cut(code))
         lines->all.push_back(std::make_unique<CMC_CodeLine>(this, statement));

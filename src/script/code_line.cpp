@@ -70,6 +70,7 @@ namespace {
 
 // Brackets in brackets, blocks in blocks. Far above what scripts need, and within the stack of a debugging build.
 constexpr int kDeepestNesting = 150;
+constexpr int kMostPutIns = 30;  // of parameters into the text of parameters
 
 class Nesting {
 public:
@@ -342,7 +343,13 @@ CMC_Variable* CMC_CodeLine::evaluateText(Run& run, const CXString& text, CMC_Obj
         run.made.push_back(std::make_unique<CMC_String>("xtemp", block->getName()));
         return run.made.back().get();
     }
+    // The text that is put in may ask for parameters itself, and so on.
+    if (putIns_ >= kMostPutIns) ScriptScope::giveUp();
+    if (!ScriptScope::mayEnter() || !ScriptBudget::spend()) return nullptr;
+    const ScriptScope scope;
+    ScriptBudget::spendOnCode(text.GetLength());
     CMC_CodeLine line(owner_, text, Span::passing);
+    line.putIns_ = putIns_ + 1;
     CMC_Variable* value = line.run(self, params);
     // The line's own expression dies with it.
     return line.form_ == Form::expression && value ? CMC_VariableFactory::copyVariable(value->current()) : value;
@@ -416,5 +423,6 @@ CXString CMC_CodeLine::substitute(const CXString& text, const CodeParams* params
     }
     out += from.substr(std::min(plain, from.size()));
     if (out.GetLength() >= limit) out.left(limit - 1);
+    ScriptBudget::spendOnText(out.GetLength());
     return out;
 }

@@ -77,6 +77,7 @@ private:
     CMC_Behaviour* owner_;
     Form form_ = Form::nothing;
     Span span_;
+    int putIns_ = 0;  // of how many texts, one made from the other, it is
     bool ownsBlocks_ = true;
     bool allStatic_ = true;      // no parameter needs work at run time
     bool onlyLiterals_ = false;  // no parameter needs work at run time as long as the literals stand

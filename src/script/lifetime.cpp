@@ -39,10 +39,14 @@ bool ScriptScope::mayEnterAgain() {
         overflowed_ = false;
         return true;
     }
+    giveUp();
+    return false;
+}
+
+void ScriptScope::giveUp() {
     overflowed_ = true;
     if (!told) platform::current().shell.debugOutput("script: nested too deeply, the call is dropped");
     told = true;
-    return false;
 }
 
 void ScriptScope::end() {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
+#include <algorithm>
 #include <memory>
 
 class CXObject;
@@ -22,6 +23,8 @@ public:
     // From then on every way down is closed until the script has come back nearly to its start: a recursion with two
     // branches would else try all of them.
     static bool mayEnter() { return depth_ < kDeepest && !overflowed_ ? true : mayEnterAgain(); }
+    // Closes every way down, as too deep a nesting does.
+    static void giveUp();
 
 private:
     // Behaviours within behaviours. Far above what scripts need, and well within the stack of a debugging build.
@@ -50,8 +53,15 @@ public:
         --left_;
         return true;
     }
+    // Long texts count as statements, too: those that are made, and, much dearer, those that are compiled.
+    static void spendOnText(int length) { spendMany(length / 4096); }
+    static void spendOnCode(int length) { spendMany(length / 128); }
 
 private:
+    static void spendMany(int statements) {
+        if (left_ != kUnlimited) left_ -= std::min(left_, statements);
+    }
+
     static constexpr int kUnlimited = -1;
     static inline int left_ = kUnlimited;
 };

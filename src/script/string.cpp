@@ -5,8 +5,12 @@
 #include <algorithm>
 
 #include "foundation/byte_reader.h"
+#include "script/lifetime.h"
 
-void CMC_String::setValue(CXString value) { change(std::move(value)); }
+void CMC_String::setValue(CXString value) {
+    ScriptBudget::spendOnText(value.GetLength());
+    change(std::move(value));
+}
 
 void CMC_String::upper() { value_.Upper(); }
 
@@ -50,5 +54,7 @@ CXString CMC_String::readProperty(CMElement* element, const char* name) { return
 bool CMC_String::same(const CXString& a, const CXString& b) { return a.equalsIgnoreCase(b); }
 
 CXString CMC_String::compute(const CXString& a, const CXString& b, Operation op) {
-    return op == Operation::add ? a + b : a;
+    if (op != Operation::add) return a;
+    ScriptBudget::spendOnText(a.GetLength() + b.GetLength());
+    return a + b;
 }

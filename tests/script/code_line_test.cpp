@@ -157,3 +157,14 @@ TEST(RunLine, EvaluatesTextAtTheMomentOfTheCall) {
         EXPECT_EQ(stage.value("A"), row.a);
     }
 }
+
+// Text that is put in for a parameter may ask for parameters itself.
+TEST(CodeLine, AParameterThatHoldsItselfEnds) {
+    Stage stage(lines("LOG", "STRING") + lines("W", "STRING", "VALUE=$1^X($1,$1,$1)\n") +
+                lines("TWICE", "STRING", "VALUE=LOG^ADD($2)\n") + code("B", "LOG^ADD($1);LOG^ADD(\"on\");"));
+    stage.run("B^RUN(W);");
+    EXPECT_EQ(stage.value("LOG"), "on");
+    EXPECT_EQ(stage.debugLines().size(), 1U);
+    stage.run("LOG^CLEAR();B^RUN(TWICE,\"x\");");
+    EXPECT_EQ(stage.value("LOG"), "xxon");
+}
