@@ -19,7 +19,7 @@ CXObject* CStringHashCode::clone() { return new CStringHashCode(text_); }
 int CStringHashCode::hashOf(std::string_view text) {
     std::uint32_t sum = 0;
     for (std::uint32_t i = 0; i < text.size(); ++i) {
-        const int c = static_cast<signed char>(text[i]);
+        const int c = (static_cast<unsigned char>(text[i]) ^ 0x80) - 0x80;  // as a signed byte
         sum += (1U << i % 16) + (i + 1) * static_cast<std::uint32_t>(c);
     }
     return static_cast<int>(sum);

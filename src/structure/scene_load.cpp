@@ -173,8 +173,8 @@ void CMC_Scene::unloadObjects() {
     std::vector<Ref<CMC_Object>> values;
     for (CXObject* object : table_->getAllValues()->elements())
         values.emplace_back(static_cast<CMC_Object*>(object));
-    std::ranges::stable_partition(
-        values, [](const Ref<CMC_Object>& value) { return value->getType() != CMC_Behaviour::kType; });
+    std::stable_partition(values.begin(), values.end(),
+                          [](const Ref<CMC_Object>& value) { return value->getType() != CMC_Behaviour::kType; });
     for (const Ref<CMC_Object>& value : values)
         if (value) value->done(true);
     // What ONDONE handlers make meanwhile goes, too.
