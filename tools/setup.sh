@@ -2,7 +2,7 @@
 # $top is the root of the tree.
 
 packages_build=(g++ cmake ninja-build libpng-dev libfmt-dev libcli11-dev libgtest-dev python3)
-packages_ci=(clang clang-format clang-tidy libbenchmark-dev liblua5.4-dev libclang-rt-14-dev git)
+packages_ci=(clang pkg-config clang-format clang-tidy libbenchmark-dev liblua5.4-dev libclang-rt-14-dev git)
 
 say() { printf '%s\n' "$*" >&2; }
 
