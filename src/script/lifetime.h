@@ -55,7 +55,7 @@ public:
     }
     // Long texts count as statements, too: those that are made, and, much dearer, those that are compiled.
     static void spendOnText(int length) { spendMany(length / 4096); }
-    static void spendOnCode(int length) { spendMany(length / 128); }
+    static void spendOnCode(int length) { spendMany(length / 32); }
 
 private:
     static void spendMany(int statements) {
