@@ -28,6 +28,7 @@ public:
             return;
         }
         made_ = std::make_unique<CMC_Behaviour>(c.scene, std::move(text), "temp");
+        made_->hold();  // THIS^BREAK() in its code must not end it for good
         made_->init();
         block_ = made_.get();
     }

@@ -69,6 +69,8 @@ TEST(Statements, IfRunsItsBlocks) {
          lines("NEVER", "CONDITION", "OPERAND1=1\nOPERATOR=LESS\nOPERAND2=0\n") +
              lines("B", "BEHAVIOUR", "CODE={LOG^ADD(\"b\");}\nCONDITION=NEVER\n"),
          "@IF(1,_,1,\"B\");", "b"},
+        {"a text that stops itself", lines("W", "STRING", "VALUE=LOG^ADD(\"a\");THIS^BREAK();LOG^ADD(\"b\");\n"),
+         "@IF(1,_,1,W);LOG^ADD(\"|\");", "ab|"},
         {"the name of no behaviour", lines("A", "INTEGER"), "@IF(1,_,1,\"A\");LOG^ADD(\"|\");", "|"},
         {"commas and semicolons in a block", "", "@IF(1,_,1,{LOG^ADD(\"a\",1);LOG^ADD(\"b\");},\"\");", "ab"},
         {"a block is plain text without a call", "", "@IF(1,_,1,{@BREAK();},\"\");LOG^ADD(\"|\");", ""},
