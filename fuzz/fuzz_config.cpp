@@ -45,19 +45,16 @@ bool isLine(std::string_view after, std::string_view before) {
     return after == before || (after.ends_with('\r') && after.substr(0, after.size() - 1) == before);
 }
 
-// How many lines of `before` don't stand in `after`, when both are walked in order.
+// How many lines of `before` stand between what both texts begin with and what both end with.
 std::size_t linesLost(const std::string& before, const std::string& after) {
-    const std::vector<std::string_view> now = linesOf(after);
-    std::size_t next = 0, lost = 0;
-    for (const std::string_view line : linesOf(before)) {
-        std::size_t i = next;
-        while (i < now.size() && !isLine(now[i], line))
-            ++i;
-        if (i == now.size()) {
-            ++lost;
-        } else {
-            next = i + 1;
-        }
+    const std::vector<std::string_view> then = linesOf(before), now = linesOf(after);
+    std::size_t same = 0;
+    while (same < then.size() && same < now.size() && isLine(now[same], then[same]))
+        ++same;
+    std::size_t lost = then.size() - same, more = now.size() - same;
+    while (lost > 0 && more > 0 && isLine(now[more + same - 1], then[lost + same - 1])) {
+        --lost;
+        --more;
     }
     return lost;
 }
