@@ -24,7 +24,7 @@ HEADERS = {
     'structure': {'foundation', 'definition', 'script'},
     'graphics': {'foundation', 'storage'},
     'animation': {'foundation', 'storage', 'graphics', 'script', 'sound', 'input'},
-    'sound': {'foundation', 'storage', 'script'},
+    'sound': {'foundation', 'storage', 'script', 'frame'},
     'text': {'foundation', 'storage', 'graphics', 'script'},
     'input': {'foundation', 'graphics', 'script'},
     'network': {'foundation', 'script'},
@@ -38,6 +38,7 @@ VALUES = {'graphics/geometry.h', 'frame/handles.h'}
 # Of an area above it, a lower one sees only these headers.
 ONLY = {
     ('script', 'frame'): {'frame/timer.h'},  # the receiver of timers, from which script objects derive
+    ('sound', 'frame'): {'frame/timer.h'},  # likewise, for what is played at times of its own
 }
 
 # The script types that stand with the area whose work they do.

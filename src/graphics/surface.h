@@ -9,19 +9,26 @@
 #include "frame/handles.h"
 #include "graphics/graphics_object.h"
 
-class CColor;
-
-// A picture of 16-bit pixels that the display layer can copy: the compositor's target.
+// A picture of 16-bit pixels that the display layer can copy: the compositor's target, the background. All of them lie
+// in plain memory, so none is ever lost and the pixels need no lock.
 class CDirectDrawSurface : public CGraphicsObject {
 public:
     explicit CDirectDrawSurface(CWindow* window);  // of the screen's size and format, black
     CDirectDrawSurface(CWindow* window, const CXSize& size, int bpp, bool video);  // `video`: all memory is the same
 
-    char* GetDataPtr() override { return reinterpret_cast<char*>(pixels_.data()); }
-    std::span<const std::uint16_t> pixels() const { return pixels_; }
+    std::span<const std::uint16_t> pixels() const { return data_.pixels(); }
 
-private:
-    std::vector<std::uint16_t> pixels_;  // rows without gaps
+    // Copies that part of the source to (x, y), clipped to both. A source smaller than the part in either direction is
+    // copied whole, into the middle of the part moved to the origin.
+    void Blt(const CDirectDrawSurface* source, int x, int y, const CXRect* part);
+    void Blt(const CDirectDrawSurface* source, const CXPoint& to, const CXRect* part) { Blt(source, to.x, to.y, part); }
+    // Rectangle to rectangle; to another size with the nearest pixel.
+    void Blt(const CDirectDrawSurface* source, const CXRect* from, const CXRect* to);
+
+    // Copies the surface to its destiny, which is a surface, at this one's position. Where the copy reaches the
+    // destiny's right or bottom edge it is cut as for a screen of 800 by 600, whatever size the destiny has.
+    void Redraw() override;
+    void Release() {}  // there is no lock to give back
 };
 
 // The display. Its error word is that of its construction: 0, or -998 when the display can't be had.
@@ -34,19 +41,35 @@ public:
     CXSize GetScreenSize() const { return size_; }
     int GetBPP() const { return bpp_; }
     bool IsFlippingEnabled() const { return flip_; }
+    bool hasClipper() const { return hasClipper_; }
+    void CreateClipper(HWND) { hasClipper_ = true; }
     // Which surface `Flip` shows; it stays the caller's.
     void setBackBuffer(const CDirectDrawSurface* backBuffer) { backBuffer_ = backBuffer; }
 
+    char* Lock() { return reinterpret_cast<char*>(primary_.data()); }  // the pixels that the display shows
+    void UnLock() { show({0, 0, size_.width, size_.height}); }
+
     // Copies that part of the source to (x, y), in coordinates of the desktop. Clipped to both.
     void Blt(const CDirectDrawSurface* source, int x, int y, const CXRect* part);
+    void Blt(const CDirectDrawSurface* source, const CXPoint& to, const CXRect* part) { Blt(source, to.x, to.y, part); }
+    void Blt(const CDirectDrawSurface* source, const CXRect* from, const CXRect* to);
     void Flip();
+
+    // Counts a frame, and writes the frames of the latest whole second into the screen's corner.
+    void ShowFPS(const CXPoint& position, CDirectDrawSurface* surface);
+    int getFPS() const { return fps_; }
 
 private:
     void open();
+    void show(const CXRect& rect);
 
     CXSize size_;
     int bpp_ = 0;
     bool flip_ = false;
+    bool hasClipper_ = false;
     const CDirectDrawSurface* backBuffer_ = nullptr;
     std::vector<std::uint16_t> primary_;  // what the display shows
+    int frames_ = 0;
+    int fps_ = 0;
+    std::uint32_t secondBegan_ = 0;
 };

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <tuple>
 #include <type_traits>
+#include <utility>
 
 #include "script/bool.h"
 #include "script/double.h"
@@ -87,9 +88,12 @@ struct Bound;
 template <auto Member, class C, class R, class... A>
 struct Bound<Member, R (C::*)(A...)> {
     static constexpr char letters[] = {letterOf<std::decay_t<A>>..., '\0'};
-    static CMC_Variable* call(const MethodCall& c) {
-        [[maybe_unused]] int i = 0;
-        std::tuple<std::decay_t<A>...> args{readParam<std::decay_t<A>>(c, i++)...};  // braces: left to right
+    static CMC_Variable* call(const MethodCall& c) { return callWith(c, std::index_sequence_for<A...>()); }
+
+private:
+    template <std::size_t... I>
+    static CMC_Variable* callWith(const MethodCall& c, std::index_sequence<I...>) {
+        std::tuple<std::decay_t<A>...> args{readParam<std::decay_t<A>>(c, static_cast<int>(I))...};  // braces: in order
         return std::apply(
             [&](auto&... a) -> CMC_Variable* {
                 auto& object = static_cast<C&>(*c.object);

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 
+#include "animation/image_object.h"
 #include "definition/element.h"
 #include "platform/platform.h"
 #include "script/array.h"

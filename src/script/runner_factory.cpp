@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 
+#include "animation/image_object.h"
 #include "definition/cnv_loader.h"
 #include "script/array.h"
 #include "script/behaviour_runner.h"
@@ -25,7 +26,7 @@ Owned CMC_RunnerFactory::pDummyRunner, CMC_RunnerFactory::pVariableRunner, CMC_R
     CMC_RunnerFactory::pBehaviourRunner, CMC_RunnerFactory::pRandRunner, CMC_RunnerFactory::pAppRunner,
     CMC_RunnerFactory::pEpisodeRunner, CMC_RunnerFactory::pSceneRunner, CMC_RunnerFactory::pTimerRunner,
     CMC_RunnerFactory::pGroupRunner, CMC_RunnerFactory::pArrayRunner, CMC_RunnerFactory::pSystemRunner,
-    CMC_RunnerFactory::pCNVLoaderRunner;
+    CMC_RunnerFactory::pCNVLoaderRunner, CMC_RunnerFactory::pImageRunner;
 
 namespace {
 
@@ -63,6 +64,7 @@ void CMC_RunnerFactory::initialize() {
     make<CMC_Episode_Runner>(pEpisodeRunner);
     make<CMC_Scene_Runner>(pSceneRunner);
     make<CMC_Timer_Runner>(pTimerRunner);
+    make<CMC_Image_Runner>(pImageRunner);
     make<CMC_Groupped_Runner>(pGroupRunner);
     make<CMC_Array_Runner>(pArrayRunner);
     make<CMC_System_Runner>(pSystemRunner);

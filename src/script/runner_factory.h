@@ -16,6 +16,6 @@ public:
     static CMC_Runner* getRunner(int type);
 
     static std::unique_ptr<CMC_Runner> pDummyRunner, pVariableRunner, pConditionRunner, pBehaviourRunner, pRandRunner,
-        pAppRunner, pEpisodeRunner, pSceneRunner, pTimerRunner, pGroupRunner, pArrayRunner, pSystemRunner,
+        pAppRunner, pEpisodeRunner, pSceneRunner, pTimerRunner, pImageRunner, pGroupRunner, pArrayRunner, pSystemRunner,
         pCNVLoaderRunner;
 };

@@ -2,13 +2,14 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
+#include <memory>
 #include <vector>
 
-#include "foundation/xobject.h"
+#include "frame/timer.h"
+#include "sound/playable.h"
 
-class CPlayable;
+class CRandomPlayable;
 class CUnit6;
-class CWindow;
 
 // Hears when a random playable begins and ends; `run` counts its runs. False refuses the start.
 class CRandomPlayableNotifier {
@@ -18,24 +19,60 @@ public:
     virtual bool onRandomPlayableFinished(CPlayable*, int /*run*/) { return false; }
 };
 
-// A unit's idle activity: plays its entries at random times. It keeps the entries and starts none yet: nothing that
-// could be played exists.
-class CRandomPlayable : public CXObject {
+// A playable that runs a few times after a random wait, and then waits anew.
+class CRandomPlayableEntry : public CXObject, public CPlayableObserver {
+public:
+    CRandomPlayableEntry(CRandomPlayable* owner, CPlayable* playable, double seconds, int maxRuns, CXString event);
+    ~CRandomPlayableEntry() override;
+    CRandomPlayableEntry(const CRandomPlayableEntry&) = delete;
+    CRandomPlayableEntry& operator=(const CRandomPlayableEntry&) = delete;
+
+    virtual bool isPlaying() const;
+    virtual CPlayable* getPlayable() const { return life_.expired() ? nullptr : playable_; }  // null once it is gone
+    virtual int getSeqTime() const { return runs_; }
+    virtual void tick();
+
+    bool onPlayableFinished(CPlayable* playable) override;
+
+    bool removed = false;  // out of service; freed once no call is under way
+
+private:
+    void initialize();
+
+    CRandomPlayable* owner_;
+    CPlayable* playable_;
+    std::weak_ptr<const CPlayable*> life_;
+    double seconds_;
+    int maxRuns_;
+    int countdown_ = 0;  // in seconds
+    int wantedRuns_ = 0;
+    int runs_ = 0;
+    CXString event_;
+};
+
+// A unit's idle activity: plays its entries at random times. What it plays may go at any time; its entry plays no more.
+class CRandomPlayable : public CXObject, public CTimerNotificator {
 public:
     CRandomPlayable(CWindow* window, CUnit6* unit);
+    ~CRandomPlayable() override;
+    CRandomPlayable(const CRandomPlayable&) = delete;
+    CRandomPlayable& operator=(const CRandomPlayable&) = delete;
 
     virtual void add(CPlayable* playable, double seconds, int maxRuns, const CXString& event);
     virtual void remove(const CPlayable* playable);
     void addNotifier(CRandomPlayableNotifier* notifier);  // not owned
     void removeNotifier(CRandomPlayableNotifier* notifier);
 
+    // Tells all notifiers; the last one's answer, false when there is none.
+    bool notify(CRandomPlayableEntry* entry, bool started);
+    void onTimer(int id) override;  // once a second
+
 private:
-    struct Entry {
-        CPlayable* playable;  // not owned
-        double seconds;
-        int maxRuns;
-        CXString event;
-    };
-    std::vector<Entry> entries_;
+    friend class CRandomPlayableEntry;
+    void sweep();
+
+    CXTimer* timer_;
+    std::vector<std::unique_ptr<CRandomPlayableEntry>> entries_;
     std::vector<CRandomPlayableNotifier*> notifiers_;
+    int calls_ = 0;  // while above 0 entries are only marked as removed
 };

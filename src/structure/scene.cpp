@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <array>
 
+#include "animation/image.h"
+#include "animation/image_object.h"
 #include "definition/element.h"
 #include "foundation/string_tokenizer.h"
 #include "frame/extension_module.h"
@@ -117,9 +119,22 @@ CXVector* CMC_Scene::getObjectsOfType(int type) const {
     return found;
 }
 
-// No object that has graphics stands in a scene yet.
-CGraphicsObject* CMC_Scene::getGraphicsObject(const CXString&) { return nullptr; }
-CXString CMC_Scene::getGraphicsObjectName(CGraphicsObject*) { return "UNKNOWN"; }
+// The part behind a `#` names a frame of an animation; nothing that stands in a scene has frames yet.
+CGraphicsObject* CMC_Scene::getGraphicsObject(const CXString& name) {
+    const std::string_view objectName = name.view().substr(0, name.view().find('#'));
+    CMC_Object* object = objectName.empty() ? nullptr : lookUp(objectName);
+    return object && object->getType() == CMC_Image::kType ? static_cast<CMC_Image*>(object)->getImage() : nullptr;
+}
+
+CXString CMC_Scene::getGraphicsObjectName(CGraphicsObject* graphic) {
+    if (!table_ || !graphic) return "UNKNOWN";
+    for (CXObject* entry : table_->getAllValues()->elements()) {
+        auto* object = static_cast<CMC_Object*>(entry);
+        if (object->getType() == CMC_Image::kType && static_cast<CMC_Image*>(object)->getImage() == graphic)
+            return object->getName();
+    }
+    return "UNKNOWN";
+}
 
 int CMC_Scene::getSubId(CMC_Scene* child) const { return subScenes_.find(child); }
 
@@ -199,15 +214,19 @@ CXString CMC_Scene::getMusicFilename() const {
     return parent_ ? parent_->getMusicFilename() : CXString();
 }
 
-// Nobody observes collisions yet, so the observer is not told on.
-void CMC_Scene::monitorCollisions(CGraphicsObject* object, bool alpha, CCollisionObserver*) {
-    window_->getCollisionInspectorInterface()->addMonitoredObject(object, alpha);
+void CMC_Scene::monitorCollisions(CGraphicsObject* object, bool alpha, CCollisionObserver* observer) {
+    CCollisionInspector* inspector = window_->getCollisionInspectorInterface();
+    inspector->addNotifier(observer);
+    inspector->addMonitoredObject(object, alpha);
     monitored_.add(object);
 }
 
-void CMC_Scene::removeMonitorCollisions(CGraphicsObject* object, CCollisionObserver*) {
-    window_->getCollisionInspectorInterface()->removeMonitoredObject(object);
-    monitored_.remove(object);
+void CMC_Scene::removeMonitorCollisions(CGraphicsObject* object, CCollisionObserver* observer) {
+    CCollisionInspector* inspector = window_->getCollisionInspectorInterface();
+    inspector->removeNotifier(observer);
+    inspector->removeMonitoredObject(object);
+    while (monitored_.contains(object))
+        monitored_.remove(object);
 }
 
 // BUTTON is the one word that makes something, once there are buttons.

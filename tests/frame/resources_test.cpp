@@ -18,6 +18,7 @@ struct Picture : CGraphicsObject, CPlayable {
         setFilename(file);
     }
     ~Picture() override { log += "~ "; }
+    using CPlayable::play;
     void play() override {}
     void stop(bool) override {}
     void pause() override {}

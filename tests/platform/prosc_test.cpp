@@ -2,7 +2,10 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include <gtest/gtest.h>
 
+#include "animation/image.h"
 #include "prosc/commands.h"
+#include "prosc/image.h"
+#include "support/pictures.h"
 
 namespace {
 
@@ -66,4 +69,34 @@ TEST(Prosc, InfoShowsTheTreeAndWhatIsMissingInIt) {
     EXPECT_EQ(prosc::info(coded(definition)).result, "definition file, coded, " + expected);
     for (const std::string& unknown : {std::string(), std::string("just a letter\n"), std::string("OBJECT=A\n\0", 10)})
         EXPECT_FALSE(prosc::info(unknown).result);
+}
+
+TEST(Prosc, PicturesComeBackInEveryFormAndFormat) {
+    // 3 by 2 pixels whose channels fit 5 bits, one of them half transparent.
+    const std::string data = pictures::plane({0x001F, 0x03E0, 0x7C00, 0x7FFF, 0x0000, 0x1234});
+    const std::string alpha("\xFF\xFF\x80\xFF\x00\xFF", 6);
+    const prosc::Outcome png = prosc::pngFromImage(pictures::nvi(3, 2, data, alpha, 0, 0, 15));
+    ASSERT_TRUE(png.result) << png.error;
+    EXPECT_TRUE(prosc::isPng(*png.result));
+    for (const int bpp : {15, 16, 24}) {
+        for (const char* form : {"raw", "lzw", "lzo"}) {
+            SCOPED_TRACE(testing::Message() << bpp << ", " << form);
+            const prosc::Outcome image = prosc::imageFromPng(*png.result, {bpp, form, -7, 8});
+            ASSERT_TRUE(image.result) << image.error;
+            EXPECT_TRUE(prosc::info(*image.result)
+                            .result.value_or("")
+                            .find(", 3 by 2, " + std::to_string(bpp) + " bits, at (-7, 8)") != std::string::npos);
+            std::string reason;
+            const auto stored = CImage::parse(std::as_bytes(std::span(*image.result)), reason);
+            ASSERT_TRUE(stored) << reason;
+            EXPECT_EQ(std::string(stored->alpha.bytes().begin(), stored->alpha.bytes().end()), alpha);
+            const std::string pixels(stored->data.bytes().begin(), stored->data.bytes().end());
+            EXPECT_TRUE(bpp != 15 || pixels == data);
+        }
+    }
+    const prosc::Outcome opaque = prosc::pngFromImage(pictures::nvi(3, 2, data));
+    const prosc::Outcome again = prosc::imageFromPng(opaque.result.value_or(""), {16, "raw", 0, 0});
+    EXPECT_NE(prosc::info(again.result.value_or("")).result.value_or("").find("alpha: no"), std::string::npos);
+    EXPECT_FALSE(prosc::imageFromPng(png.result->substr(0, 60), {}).result);
+    EXPECT_TRUE(prosc::pngFromImage(pictures::nvi(3, 2, data).substr(0, 45)).error.starts_with("byte 37: "));
 }

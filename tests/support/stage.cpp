@@ -12,13 +12,22 @@ Stage::Stage(std::string_view scene, const headless::Options& options) : platfor
     level("APP", "");
     level("EP", "");
     file("Dane/S/S.cnv", scene);
+    background("S");
 }
 
 Stage::~Stage() { end(); }
 
 void Stage::scene(const std::string& name, std::string_view definition) {
     scenes_.push_back(name);
+    background(name);
     file("Dane/" + name + "/" + name + ".cnv", definition);
+}
+
+// A black pixel: without a background every scene would begin with a message.
+void Stage::background(const std::string& scene) {
+    std::string picture("NVI\0\1\0\1\0\x10\2", 10);
+    picture.resize(37 + 2);
+    file("Dane/" + scene + "/bkg.img", picture);
 }
 
 void Stage::level(const std::string& name, std::string_view definition) {

@@ -49,6 +49,8 @@ public:
     headless::HeadlessPlatform platform;
 
 private:
+    void background(const std::string& scene);
+
     std::string switches_;
     std::string definition_;
     std::vector<std::string> scenes_;

@@ -12,6 +12,7 @@
 #include "definition/elements_loader.h"
 #include "definition/text_coder.h"
 #include "platform/headless/code_page.h"
+#include "prosc/image.h"
 
 namespace prosc {
 
@@ -128,6 +129,7 @@ Outcome decode(std::string_view coded) {
 }
 
 Outcome info(std::string_view bytes) {
+    if (isImage(bytes)) return imageInfo(bytes);
     if (isCoded(bytes)) {
         const std::string fault = damage(linesOf(bytes));
         if (!fault.empty()) return wrong(fault);

@@ -10,6 +10,7 @@
 
 #include "platform/headless/headless.h"
 #include "prosc/commands.h"
+#include "prosc/image.h"
 
 // The authors' command: one subcommand for each thing that can be done with a stored file.
 namespace {
@@ -20,6 +21,8 @@ constexpr int kWrongUse = 2;
 struct Arguments {
     std::string file;
     std::string output;  // "": beside the source
+    prosc::ImageOptions image;
+    std::string at;  // "X,Y"
 };
 
 int fail(const std::string& file, const std::string& what) {
@@ -60,6 +63,21 @@ int convertFile(const Arguments& arguments, prosc::Outcome (*convert)(std::strin
     return replaceFile(target, *outcome.result) ? 0 : fail(target, std::strerror(errno));
 }
 
+// PNG into .img or back, by what the source holds.
+int convertImage(Arguments arguments) {
+    if (!arguments.at.empty() &&
+        std::sscanf(arguments.at.c_str(), "%d,%d", &arguments.image.x, &arguments.image.y) != 2) {
+        fmt::print(stderr, "prosc: --at takes X,Y and not {}\n", arguments.at);
+        return kWrongUse;
+    }
+    const auto source = contentOf(arguments.file);
+    if (!source) return fail(arguments.file, std::strerror(errno));
+    const prosc::Outcome outcome =
+        prosc::isPng(*source) ? prosc::imageFromPng(*source, arguments.image) : prosc::pngFromImage(*source);
+    if (!outcome.result) return fail(arguments.file, outcome.error);
+    return replaceFile(arguments.output, *outcome.result) ? 0 : fail(arguments.output, std::strerror(errno));
+}
+
 int printInfo(const Arguments& arguments) {
     const auto source = contentOf(arguments.file);
     if (!source) return fail(arguments.file, std::strerror(errno));
@@ -90,6 +108,13 @@ int main(int argc, char** argv) {
             addCommand(app, "code", "Write a definition file in coded form, to FILE.coded", arguments, true);
         const auto* decode =
             addCommand(app, "decode", "Write a coded file in plain form, to FILE.decoded", arguments, true);
+        CLI::App* img = addCommand(app, "img", "Turn a PNG file into an .img file, or back", arguments, false);
+        img->add_option("OUT", arguments.output, "The file to write")->required()->type_name("");
+        img->add_option("--bpp", arguments.image.bpp, "Bits a pixel of the .img file: 15, 16 or 24")
+            ->check(CLI::IsMember({15, 16, 24}));
+        img->add_option("--form", arguments.image.form, "How its planes stand in it: raw, lzw or lzo")
+            ->check(CLI::IsMember({"raw", "lzw", "lzo"}));
+        img->add_option("--at", arguments.at, "Where it stands on the screen: X,Y");
         addCommand(app, "info", "Tell what a file holds", arguments, false);
         app.footer("Exit status: 0 done, 1 for a file that can't be read, used or written, 2 for wrong use.");
         try {
@@ -103,6 +128,7 @@ int main(int argc, char** argv) {
             {.folder = std::filesystem::current_path().string(), .messages = stderr, .debug = stderr});
         if (code->parsed()) return convertFile(arguments, prosc::code, ".coded");
         if (decode->parsed()) return convertFile(arguments, prosc::decode, ".decoded");
+        if (img->parsed()) return convertImage(arguments);
         return printInfo(arguments);
     } catch (const std::exception& error) {
         fmt::print(stderr, "prosc: {}\n", error.what());

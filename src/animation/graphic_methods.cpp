@@ -1,0 +1,100 @@
+// SPDX-FileCopyrightText: 2026 The Proscenium authors
+// SPDX-License-Identifier: GPL-2.0-or-later
+#include "animation/graphic_methods.h"
+
+#include <array>
+#include <optional>
+
+#include "graphics/graphics_object.h"
+#include "structure/scene.h"
+
+namespace {
+
+CXRect edges(const MethodCall& call) {
+    const int left = call.integer(0), top = call.integer(1), right = call.integer(2);
+    return {left, top, right, call.integer(3)};
+}
+
+// Where in its planes a point of the screen lies; none outside of the picture.
+std::optional<std::int64_t> indexAt(const CGraphicsObject* object, int x, int y) {
+    const CXPoint position = object->GetPosition();
+    const CXSize size = object->Size();
+    const std::int64_t column = static_cast<std::int64_t>(x) - position.x,
+                       row = static_cast<std::int64_t>(y) - position.y;
+    if (column < 0 || row < 0 || column >= size.width || row >= size.height) return std::nullopt;
+    return row * size.width + column;
+}
+
+struct AnchorPlace {
+    std::string_view word;
+    int x, y;  // in halves of the size
+};
+
+constexpr AnchorPlace kAnchorPlaces[] = {
+    {"CENTER",     1, 1},
+    {"LEFTUPPER",  0, 0},
+    {"RIGHTUPPER", 2, 0},
+    {"LEFTLOWER",  0, 2},
+    {"RIGHTLOWER", 2, 2},
+};
+
+}  // namespace
+
+namespace graphic {
+
+void clip(const MethodCall& call, CGraphicsObject* object) {
+    if (call.count() > 1) {
+        object->SetClippingRect(edges(call));
+        return;
+    }
+    const CGraphicsObject* named = call.scene ? call.scene->getGraphicsObject(call.text(0)) : nullptr;
+    object->SetClippingRect(named ? named->GetBoundingBox() : CXRect());
+}
+
+bool isNear(const MethodCall& call, CGraphicsObject* object) {
+    if (call.count() > 2) {
+        const CXRect rect = edges(call);
+        return object->isNear(rect, call.integer(4));
+    }
+    const CGraphicsObject* named = call.scene ? call.scene->getGraphicsObject(call.text(0)) : nullptr;
+    return named && object->isNear(named, call.integer(1));
+}
+
+void setAnchor(const MethodCall& call, CGraphicsObject* object) {
+    if (call.count() > 1) {
+        const int x = call.integer(0);
+        object->setAnchor(x, call.integer(1));
+        return;
+    }
+    const CXString word = call.text(0);
+    const CXPoint position = object->GetPosition();
+    const CXSize size = object->Size();
+    for (const AnchorPlace& place : kAnchorPlaces) {
+        if (word.view() == place.word)
+            object->setAnchor(position + CXPoint(size.width * place.x / 2, size.height * place.y / 2));
+    }
+}
+
+void mergeAlpha(const MethodCall& call, CGraphicsObject* object) {
+    const int x = call.integer(0), y = call.integer(1);
+    CGraphicsObject* mask = call.scene ? call.scene->getGraphicsObject(call.text(2)) : nullptr;
+    if (mask) object->mergeAlpha({x, y}, mask);
+}
+
+int alphaAt(const CGraphicsObject* object, int x, int y) {
+    const std::optional<std::int64_t> index = indexAt(object, x, y);
+    return index ? static_cast<std::int8_t>(object->getAlpha().at(*index)) : 0;
+}
+
+int pixelAt(const CGraphicsObject* object, int x, int y) {
+    const std::optional<std::int64_t> index = indexAt(object, x, y);
+    if (!index) return 0;
+    return object->getData().at(*index * 2) | object->getData().at(*index * 2 + 1) << 8;
+}
+
+CXString buttonName(int button) {
+    constexpr std::array<std::string_view, 3> kNames = {"LEFT", "MIDDLE", "RIGHT"};
+    return button >= 0 && button < 3 ? CXString(kNames[static_cast<std::size_t>(button)]) : CXString();
+}
+
+}  // namespace graphic

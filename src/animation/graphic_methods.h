@@ -1,0 +1,23 @@
+// SPDX-FileCopyrightText: 2026 The Proscenium authors
+// SPDX-License-Identifier: GPL-2.0-or-later
+#pragma once
+
+#include "graphics/geometry.h"
+#include "script/method_table.h"
+
+class CGraphicsObject;
+
+// What the script methods of ANIMO and IMAGE that have the same names do to their graphics object. An object's name
+// stands for what CMC_Scene::getGraphicsObject finds under it.
+namespace graphic {
+
+void clip(const MethodCall& call, CGraphicsObject* object);        // (name), or (left, top, right, bottom)
+bool isNear(const MethodCall& call, CGraphicsObject* object);      // (name, percent), or (four edges, percent)
+void setAnchor(const MethodCall& call, CGraphicsObject* object);   // (place), or (x, y)
+void mergeAlpha(const MethodCall& call, CGraphicsObject* object);  // (x, y, name of the mask)
+int alphaAt(const CGraphicsObject* object, int x, int y);          // on the screen; -128 to 127, 0 outside
+int pixelAt(const CGraphicsObject* object, int x, int y);          // on the screen; 0 to 65535, 0 outside
+// "LEFT", "MIDDLE" and "RIGHT" for the buttons 0, 1 and 2.
+CXString buttonName(int button);
+
+}  // namespace graphic

@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 The Proscenium authors
+// SPDX-License-Identifier: GPL-2.0-or-later
+#pragma once
+
+#include <string_view>
+
+#include "prosc/commands.h"
+
+// Pictures: PNG into .img and back.
+namespace prosc {
+
+struct ImageOptions {
+    int bpp = 24;              // 15, 16 or 24
+    std::string form = "raw";  // or "lzw" or "lzo"
+    int x = 0, y = 0;          // where it stands on the screen
+};
+
+// An alpha plane is written when the picture isn't opaque everywhere.
+Outcome imageFromPng(std::string_view png, const ImageOptions& options);
+// 8 bits a channel; a 5-bit channel's upper bits are repeated below.
+Outcome pngFromImage(std::string_view image);
+
+bool isPng(std::string_view bytes);
+bool isImage(std::string_view bytes);  // by its magic
+Outcome imageInfo(std::string_view bytes);
+
+}  // namespace prosc
