@@ -2,19 +2,16 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "graphics/refresh_region.h"
 
-#include <vector>
+namespace {
 
-CRefreshRegion::CRefreshRegion() : CXArray(101, 0.75F) { addRect(nullptr); }
-
-CRefreshRegion::~CRefreshRegion() {
-    for (int i = 0; i < size(); ++i)
-        delete rectAt(i);
+bool meet(const CXRect& a, const CXRect& b) {
+    return a.left < b.right && b.left < a.right && a.top < b.bottom && b.top < a.bottom;
 }
 
+}  // namespace
+
 void CRefreshRegion::removeAll() {
-    for (int i = 0; i < size(); ++i)
-        delete rectAt(i);
-    CXArray::removeAll();
+    rects_.clear();
     whole_ = false;
 }
 
@@ -24,33 +21,41 @@ void CRefreshRegion::addRect(const CXRect* rect) {
     if (!rect || *rect == CXRect(0, 0, 800, 600)) {
         removeAll();
         whole_ = true;
-        add(nullptr);
         return;
     }
-    std::vector<CXRect> pieces = {*rect};
-    while (!pieces.empty() && !whole_) {
-        const CXRect piece = pieces.back();
-        pieces.pop_back();
-        bool met = false;
-        for (int i = 0; i < size() && !met; ++i) {
-            CXRect* entry = rectAt(i);
-            if (entry->Common(piece).IsEmpty()) continue;
-            met = true;
-            if (piece.IsPartOf(*entry)) break;
-            if (entry->IsPartOf(piece)) {
-                removeAt(i);
-                delete entry;
-                pieces.push_back(piece);
-                break;
-            }
-            CXArray* rest = piece.sub(*entry);
-            for (int k = 0; k < rest->size(); ++k) {
-                auto* part = static_cast<CXRect*>(rest->at(k));
-                pieces.push_back(*part);
-                delete part;
-            }
-            delete rest;
-        }
-        if (!met) add(new CXRect(piece));
+    pieces_.push_back({*rect, 0});
+    while (!pieces_.empty()) {
+        const Piece piece = pieces_.back();
+        pieces_.pop_back();
+        cut(piece);
     }
+}
+
+// What waits on the stack begins its search no later than the piece in hand, so the entries that are taken away here lie
+// behind all of these beginnings. What is appended meets nothing that waits, since pieces of one rectangle don't overlap.
+void CRefreshRegion::cut(const Piece& piece) {
+    const CXRect& rect = piece.rect;
+    std::size_t i = piece.from;
+    while (i < rects_.size()) {
+        const CXRect entry = rects_[i];
+        if (!meet(entry, rect)) {
+            ++i;
+            continue;
+        }
+        if (rect.IsPartOf(entry)) return;
+        if (entry.IsPartOf(rect)) {
+            rects_.erase(rects_.begin() + static_cast<std::ptrdiff_t>(i));
+            continue;
+        }
+        const CXRect hole = rect.Common(entry);
+        const CXRect rest[] = {{rect.left, rect.top, rect.right, hole.top},
+                               {rect.left, hole.top, hole.left, hole.bottom},
+                               {hole.right, hole.top, rect.right, hole.bottom},
+                               {rect.left, hole.bottom, rect.right, rect.bottom}};
+        for (const CXRect& part : rest) {
+            if (!part.IsEmpty()) pieces_.push_back({part, i + 1});
+        }
+        return;
+    }
+    rects_.push_back(rect);
 }

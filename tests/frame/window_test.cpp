@@ -477,51 +477,6 @@ TEST(Window, ADisplayThatCantBeHadIsAnError) {
     EXPECT_EQ(stage.window->GetScreenPtr(), nullptr);
 }
 
-TEST(RefreshRegion, CoversWhatWasAddedWithoutOverlap) {
-    // Against a plain grid of marks: every rectangle of a fixed sequence, on a small screen.
-    constexpr int kSide = 24;
-    unsigned state = 1;
-    const auto next = [&] { return static_cast<int>((state = state * 1103515245 + 12345) >> 16) % kSide; };
-    for (int round = 0; round < 50; ++round) {
-        CRefreshRegion region;
-        region.removeAll();
-        bool wanted[kSide][kSide] = {};
-        for (int n = 0; n < 6; ++n) {
-            const int x = next(), y = next();
-            const CXRect rect(x, y, x + 1 + next() / 2, y + 1 + next() / 2);
-            region.addRect(&rect);
-            for (int row = rect.top; row < std::min(rect.bottom, kSide); ++row) {
-                for (int column = rect.left; column < std::min(rect.right, kSide); ++column)
-                    wanted[row][column] = true;
-            }
-        }
-        int times[kSide][kSide] = {};
-        for (int i = 0; i < region.size(); ++i) {
-            const CXRect& rect = *region.rectAt(i);
-            for (int row = rect.top; row < std::min(rect.bottom, kSide); ++row) {
-                for (int column = rect.left; column < std::min(rect.right, kSide); ++column)
-                    ++times[row][column];
-            }
-        }
-        for (int row = 0; row < kSide; ++row) {
-            for (int column = 0; column < kSide; ++column) {
-                ASSERT_EQ(times[row][column], wanted[row][column] ? 1 : 0) << round << ": " << column << ", " << row;
-            }
-        }
-    }
-
-    CRefreshRegion region;
-    EXPECT_TRUE(region.isWhole()) << "a new one";
-    region.removeAll();
-    const CXRect part(0, 0, 799, 600), whole(0, 0, 800, 600);
-    region.addRect(&part);
-    EXPECT_FALSE(region.isWhole());
-    region.addRect(&whole);
-    region.addRect(&part);
-    EXPECT_TRUE(region.isWhole());
-    EXPECT_EQ(region.size(), 1);
-}
-
 TEST(Window, FilesOfTheDisk) {
     FrameStage stage;
     stage.platform.write("one.txt", "1");
