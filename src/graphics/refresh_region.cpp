@@ -31,8 +31,9 @@ void CRefreshRegion::addRect(const CXRect* rect) {
     }
 }
 
-// What waits on the stack begins its search no later than the piece in hand, so the entries that are taken away here lie
-// behind all of these beginnings. What is appended meets nothing that waits, since pieces of one rectangle don't overlap.
+// What waits on the stack begins its search no later than the piece in hand, so the entries that are taken away here
+// lie behind all of these beginnings. What is appended meets nothing that waits, since pieces of one rectangle don't
+// overlap.
 void CRefreshRegion::cut(const Piece& piece) {
     const CXRect& rect = piece.rect;
     std::size_t i = piece.from;
@@ -48,10 +49,12 @@ void CRefreshRegion::cut(const Piece& piece) {
             continue;
         }
         const CXRect hole = rect.Common(entry);
-        const CXRect rest[] = {{rect.left, rect.top, rect.right, hole.top},
-                               {rect.left, hole.top, hole.left, hole.bottom},
-                               {hole.right, hole.top, rect.right, hole.bottom},
-                               {rect.left, hole.bottom, rect.right, rect.bottom}};
+        const CXRect rest[] = {
+            {rect.left,  rect.top,    rect.right, hole.top   },
+            {rect.left,  hole.top,    hole.left,  hole.bottom},
+            {hole.right, hole.top,    rect.right, hole.bottom},
+            {rect.left,  hole.bottom, rect.right, rect.bottom}
+        };
         for (const CXRect& part : rest) {
             if (!part.IsEmpty()) pieces_.push_back({part, i + 1});
         }
