@@ -47,7 +47,7 @@ public:
 
     using CPlayable::play;
     void play() override;
-    void stop(bool notify) override;
+    void stop(bool tell) override;
     void pause() override { status_ |= 2; }
     void resume() override { status_ &= ~2; }
     void seek(int) override {}

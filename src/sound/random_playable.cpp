@@ -29,7 +29,7 @@ CRandomPlayableEntry::CRandomPlayableEntry(CRandomPlayable* owner, CPlayable* pl
 }
 
 CRandomPlayableEntry::~CRandomPlayableEntry() {
-    if (CPlayable* playable = getPlayable()) playable->removeNotifier(this);
+    if (!life_.expired()) playable_->removeNotifier(this);
 }
 
 void CRandomPlayableEntry::initialize() {

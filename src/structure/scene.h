@@ -89,7 +89,7 @@ public:
     // doesn't own them.
     CMElements* resolveObjects(CMElements* elements);
     CGraphicsObject* getGraphicsObject(const CXString& name);
-    CXString getGraphicsObjectName(CGraphicsObject* object);
+    CXString getGraphicsObjectName(CGraphicsObject* graphic);
     int getSubId(CMC_Scene* child) const;
     void setDraggedName(const CXString& name) { draggedName_ = name; }
     const CXString& getDraggedName() const { return draggedName_; }

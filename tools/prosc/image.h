@@ -18,7 +18,7 @@ struct ImageOptions {
 // An alpha plane is written when the picture isn't opaque everywhere.
 Outcome imageFromPng(std::string_view png, const ImageOptions& options);
 // 8 bits a channel; a 5-bit channel's upper bits are repeated below.
-Outcome pngFromImage(std::string_view image);
+Outcome pngFromImage(std::string_view bytes);
 
 bool isPng(std::string_view bytes);
 bool isImage(std::string_view bytes);  // by its magic
