@@ -10,7 +10,8 @@
 class CPlayable;
 class CRefreshScreen;
 
-// Steps every playing entry by its own rate: at most one step a frame, and lost time isn't made up.
+// Steps every playing entry by its own rate: at most one step a frame, and lost time isn't made up. The period counts
+// from the entry's latest step, however long ago that was, so that what is played after a rest steps in the same frame.
 class CAnimationManager : public CXObject {
 public:
     void add(CPlayable* playable, CRefreshScreen* screen);  // neither is owned

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "animation/graphic_methods.h"
 
-#include <array>
 #include <optional>
 
 #include "graphics/graphics_object.h"
@@ -78,23 +77,23 @@ void setAnchor(const MethodCall& call, CGraphicsObject* object) {
 void mergeAlpha(const MethodCall& call, CGraphicsObject* object) {
     const int x = call.integer(0), y = call.integer(1);
     CGraphicsObject* mask = call.scene ? call.scene->getGraphicsObject(call.text(2)) : nullptr;
-    if (mask) object->mergeAlpha({x, y}, mask);
+    if (!mask) return;
+    CGraphicsObject* drawn = object->getDrawn();
+    drawn->mergeAlpha({x, y}, mask->getDrawn());
+    if (drawn != object) object->Invalidate();
 }
 
-int alphaAt(const CGraphicsObject* object, int x, int y) {
+int alphaAt(CGraphicsObject* object, int x, int y) {
     const std::optional<std::int64_t> index = indexAt(object, x, y);
-    return index ? static_cast<std::int8_t>(object->getAlpha().at(*index)) : 0;
+    if (!index || !object->GetDataPtr()) return 0;
+    return static_cast<std::int8_t>(object->getDrawn()->getAlpha().at(*index));
 }
 
-int pixelAt(const CGraphicsObject* object, int x, int y) {
+int pixelAt(CGraphicsObject* object, int x, int y) {
     const std::optional<std::int64_t> index = indexAt(object, x, y);
-    if (!index) return 0;
-    return object->getData().at(*index * 2) | object->getData().at(*index * 2 + 1) << 8;
-}
-
-CXString buttonName(int button) {
-    constexpr std::array<std::string_view, 3> kNames = {"LEFT", "MIDDLE", "RIGHT"};
-    return button >= 0 && button < 3 ? CXString(kNames[static_cast<std::size_t>(button)]) : CXString();
+    if (!index || !object->GetDataPtr()) return 0;
+    const Plane& data = object->getDrawn()->getData();
+    return data.at(*index * 2) | data.at(*index * 2 + 1) << 8;
 }
 
 }  // namespace graphic

@@ -15,9 +15,7 @@ void clip(const MethodCall& call, CGraphicsObject* object);        // (name), or
 bool isNear(const MethodCall& call, CGraphicsObject* object);      // (name, percent), or (four edges, percent)
 void setAnchor(const MethodCall& call, CGraphicsObject* object);   // (place), or (x, y)
 void mergeAlpha(const MethodCall& call, CGraphicsObject* object);  // (x, y, name of the mask)
-int alphaAt(const CGraphicsObject* object, int x, int y);          // on the screen; -128 to 127, 0 outside
-int pixelAt(const CGraphicsObject* object, int x, int y);          // on the screen; 0 to 65535, 0 outside
-// "LEFT", "MIDDLE" and "RIGHT" for the buttons 0, 1 and 2.
-CXString buttonName(int button);
+int alphaAt(CGraphicsObject* object, int x, int y);                // on the screen; -128 to 127, 0 outside
+int pixelAt(CGraphicsObject* object, int x, int y);                // on the screen; 0 to 65535, 0 outside
 
 }  // namespace graphic

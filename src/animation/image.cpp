@@ -20,6 +20,7 @@ namespace {
 
 constexpr std::size_t kMagicArea = 40;  // bytes that are looked at as a text ended by 0
 constexpr int kMostBytes = 1 << 28;     // of a plane
+constexpr int kMostStored = 1 << 29;    // of a file: no picture is larger than its two planes and a header
 
 Plane planeOf(std::span<const std::byte> bytes) {
     const auto* first = reinterpret_cast<const std::uint8_t*>(bytes.data());
@@ -246,14 +247,7 @@ int CImage::Load(CFile* file) { return readFrom(file, false); }
 int CImage::Load3(CFile* file) { return readFrom(file, true); }
 
 int CImage::readFrom(CFile* file, bool onlyThirdForm) {
-    const int begin = file->Tell();
-    const std::int64_t left = static_cast<std::int64_t>(file->Length()) - begin;
-    // No picture is larger than its two planes and a header.
-    constexpr std::int64_t kMostStored = 2LL * kMostBytes;
-    std::vector<std::byte> bytes(static_cast<std::size_t>(std::clamp<std::int64_t>(left, 0, kMostStored)));
-    const int count = bytes.empty() ? 0 : file->Read(bytes.data(), static_cast<int>(bytes.size()));
-    bytes.resize(static_cast<std::size_t>(std::max(count, 0)));
-
+    const std::vector<std::byte> bytes = file->readRest(kMostStored);
     std::string reason;
     ImageReader reader(bytes, reason);
     std::optional<Stored> stored = onlyThirdForm ? reader.readThirdAlone() : reader.read();

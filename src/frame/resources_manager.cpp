@@ -3,10 +3,12 @@
 #include "frame/resources_manager.h"
 
 #include <algorithm>
+#include <memory>
 
 #include "frame/window.h"
 #include "graphics/graphics_object.h"
 #include "graphics/refresh_screen.h"
+#include "script/lifetime.h"
 #include "sound/playable.h"
 
 CResourcesManager::~CResourcesManager() {
@@ -49,7 +51,12 @@ void CResourcesManager::remove(CFileResolver* object) {
     auto* graphic = dynamic_cast<CGraphicsObject*>(object);
     CRefreshScreen* screen = window_->GetRefreshScreenInterface();
     if (graphic && screen) *screen >> graphic;
-    delete object;
+    // It may be in the midst of an operation that called the script that gave it up.
+    if (graphic) {
+        destroyLate(std::unique_ptr<CXObject>(graphic));
+    } else {
+        delete object;
+    }
 }
 
 void CResourcesManager::flush() {

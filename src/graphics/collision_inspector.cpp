@@ -55,13 +55,10 @@ bool CCollisionInspector::solidPixelsMeet(CGraphicsObject* a, CGraphicsObject* b
     const bool codedA = a->getCompression() == kCompressionRle, codedB = b->getCompression() == kCompressionRle;
     if (codedA) a->DeCompressRLE2();
     if (codedB) b->DeCompressRLE2();
-    const auto isSolid = [](CGraphicsObject* object, const CXPoint& p) {
-        return !object->getDrawn()->getAlpha() || object->GetPixel(kChannelAlpha, p - object->GetPosition()) != 0;
-    };
     bool meet = false;
     for (int x = common.left; x < common.right && !meet; ++x) {
         for (int y = common.top; y < common.bottom && !meet; ++y)
-            meet = isSolid(a, {x, y}) && isSolid(b, {x, y});
+            meet = a->isSolidAt({x, y}) && b->isSolidAt({x, y});
     }
     if (codedA) a->bringBackCompressed();
     if (codedB) b->bringBackCompressed();

@@ -86,7 +86,7 @@ private:
 CXRect CGraphicsObject::PrepareFloodFill(const CXPoint& start, const CColor& color, std::span<std::uint16_t> target,
                                          std::vector<_floodfill>& spans) {
     spans.clear();
-    spans_.clear();
+    rare().spans.clear();
     // Spans are told in 16 bits.
     constexpr int kLargestSide = 32767;
     if (GetPixelSize() != 2 || size_.width > kLargestSide || size_.height > kLargestSide) return {};
@@ -94,13 +94,13 @@ CXRect CGraphicsObject::PrepareFloodFill(const CXPoint& start, const CColor& col
     if (data_.pixels().size() < pixels || target.size() < pixels) return {};
     Filler filler(data_.pixels(), target, size_, static_cast<std::uint16_t>(color.GetInBPP(bpp_)), spans);
     const CXRect bounds = filler.fill(start);
-    spans_ = spans;
+    rare().spans = spans;
     return bounds;
 }
 
 void CGraphicsObject::FloodFill(const CColor& color, std::span<std::uint16_t> target) {
     const auto pixel = static_cast<std::uint16_t>(color.GetInBPP(bpp_));
-    for (const _floodfill& span : spans_) {
+    for (const _floodfill& span : getFFArray()) {
         const auto begin =
             static_cast<std::size_t>(span.y) * static_cast<std::size_t>(size_.width) + static_cast<std::size_t>(span.x);
         if (begin + static_cast<std::size_t>(span.length) > target.size()) return;

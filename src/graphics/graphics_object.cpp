@@ -111,11 +111,17 @@ void CGraphicsObject::takeFrom(const CGraphicsObject& other) {
     compression_ = other.compression_;
 }
 
+CGraphicsObject::Rare& CGraphicsObject::rare() {
+    if (!rare_) rare_ = std::make_unique<Rare>();
+    return *rare_;
+}
+
 CXObject* CGraphicsObject::clone() { return new CGraphicsObject(window_, *this); }
 
 void CGraphicsObject::Flush() {
-    for (Plane* plane : {&data_, &alpha_, &red_, &green_, &blue_, &heldData_, &heldAlpha_})
+    for (Plane* plane : {&data_, &alpha_, &heldData_, &heldAlpha_})
         plane->reset();
+    if (rare_) rare_->red = rare_->green = rare_->blue = Plane();
     compression_ = kCompressionRaw;
 }
 
@@ -232,9 +238,12 @@ bool CGraphicsObject::isNear(const CGraphicsObject* object, int percent) const {
     return isNear(object->GetBoundingBox(), percent);
 }
 
+bool CGraphicsObject::isSolidAt(const CXPoint& p) {
+    return !getDrawn()->getAlpha() || GetPixel(kChannelAlpha, ClientCoords(p)) != 0;
+}
+
 bool CGraphicsObject::isInside(int x, int y, bool useAlpha) {
-    if (!GetBoundingBox().IsInRect(x, y)) return false;
-    return !useAlpha || !alpha_ || GetPixel(kChannelAlpha, ClientCoords({x, y})) != 0;
+    return GetBoundingBox().IsInRect(x, y) && (!useAlpha || isSolidAt({x, y}));
 }
 
 void CGraphicsObject::SetDestiny(CGraphicsObject* destiny) {

@@ -113,9 +113,10 @@ public:
     void Show() { Visible(true); }
     void Hide() { Visible(false); }
     bool isVisible() const { return visible_; }
-    bool isInvalidated();                        // and clears the mark
-    bool isInside(int x, int y, bool useAlpha);  // all four edges of the box included
-    void FitRect(const CXRect& rect);            // centres the object in it
+    bool isInvalidated();              // and clears the mark
+    bool isSolidAt(const CXPoint& p);  // of the destiny: not transparent; without an alpha plane always
+    virtual bool isInside(int x, int y, bool useAlpha);  // all four edges of the box included
+    void FitRect(const CXRect& rect);                    // centres the object in it
     void FitObject(const CGraphicsObject* other);
     const CXString& getFileName() const { return fileName_; }
     void setFileName(const CXString& name) { fileName_ = name; }
@@ -140,6 +141,7 @@ public:
     void SetOpacity(int opacity) { opacity_ = static_cast<std::uint8_t>(opacity); }  // invalidates nothing
     void AddOpacity(short by);                                                       // kept within 0 and 255
     void setAlphaAsMask(bool on) { alphaAsMask_ = on; }
+    bool isCanvasLocked() const { return canvasLocked_; }
     void lockCanvas(bool on) { canvasLocked_ = on; }  // while locked, destiny and clipping rectangle stay
     void setMonitorCollisions(bool on) { monitorCollisions_ = on; }
     bool isMonitorCollisions() const { return monitorCollisions_; }
@@ -154,7 +156,7 @@ public:
     void link(CGraphicsObject* other);  // takes the other's planes for its own; size and format stay
     _compression getCompression() const { return compression_; }
 
-    // Codes raw planes into runs for form 4, else does nothing.
+    // Codes raw planes into runs for form 4, else does nothing; nor does it for pixels of an odd number of bytes.
     void Compress(_compression form);
     void DeCompress();      // a dictionary coder's stream becomes what it holds
     void DeCompressRLE2();  // runs become raw planes, which are held aside until `bringBackCompressed`
@@ -184,8 +186,8 @@ public:
     void Scale(double sx, double sy);                // nearest neighbour
     void Scale2x();                                  // halves the picture; its alpha plane is new and transparent
     void CreateHistogram();                          // counts of each 16-bit pixel value below 65535
-    void ReleaseHistogram() { histogram_.clear(); }
-    std::span<const int> getHistogram() const { return histogram_; }
+    void ReleaseHistogram();
+    std::span<const int> getHistogram() const { return rare_ ? rare_->histogram : std::span<const int>(); }
     void Split();                                                // 24 bits into planes of red, green and blue
     void JoinChannels();                                         // and back, into the format told before
     std::vector<std::uint8_t> Join2Channels() const;             // 32-bit pixels of 24-bit ones and the alpha plane
@@ -196,8 +198,8 @@ public:
     CXRect PrepareFloodFill(const CXPoint& start, const CColor& color, std::span<std::uint16_t> target,
                             std::vector<_floodfill>& spans);
     void FloodFill(const CColor& color, std::span<std::uint16_t> target);  // paints the kept spans
-    int getFFEnterances() const { return static_cast<int>(spans_.size()); }
-    std::span<const _floodfill> getFFArray() const { return spans_; }
+    int getFFEnterances() const { return static_cast<int>(getFFArray().size()); }
+    std::span<const _floodfill> getFFArray() const { return rare_ ? rare_->spans : std::span<const _floodfill>(); }
 
     // The family of copies from a source to a target of the same format, one of which `Redraw` chooses. They draw only
     // what lies inside of both sides' planes. False when a clip is turned inside out or a side is missing. Their names
@@ -218,6 +220,7 @@ public:
 
 protected:
     void movedTo(const CXPoint& position);  // stores it and tells the collision inspector
+    void markInvalidated() { invalidated_ = true; }
     void setWindow(CWindow* window) { window_ = window; }
     bool hasDrawablePixels() const { return data_ && size_.width > 0 && size_.height > 0; }
 
@@ -259,12 +262,18 @@ private:
     void fillRect(const CXRect& rect, const CColor* color);
     Plane* planeOf(_channel channel);
 
-    Plane red_, green_, blue_;  // only while split
-    std::vector<int> histogram_;
-    std::vector<_floodfill> spans_;
+    // What few objects ever have; without it an animation's frames are a quarter smaller.
+    struct Rare {
+        Plane red, green, blue;  // only while split
+        std::vector<int> histogram;
+        std::vector<_floodfill> spans;
+        CXRect mergeRect;                     // of the latest stamp with this object as the mask
+        std::vector<std::uint8_t> mergeSave;  // the alpha bytes that it covered
+    };
+    Rare& rare();  // made when first used
+
+    std::unique_ptr<Rare> rare_;
     bool canvasLocked_ = false;
-    CXRect mergeRect_;                     // of the latest stamp with this object as the mask
-    std::vector<std::uint8_t> mergeSave_;  // the alpha bytes that it covered
     bool invalidated_ = false;
     std::vector<CInvalidateObserver*> invalidateObservers_;  // not owned
     Plane heldData_, heldAlpha_;                             // coded planes, while they are decoded for drawing

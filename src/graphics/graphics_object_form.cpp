@@ -24,6 +24,7 @@ std::size_t alphaSize(const CXSize& size) {
 
 void CGraphicsObject::Compress(_compression form) {
     if (form != kCompressionRle || compression_ == kCompressionRle || !data_) return;
+    if (data_.size() % sizeof(std::uint16_t) != 0) return;  // runs of 16-bit units would lose the last byte
     if (compression_ == kCompressionRaw) dataSize_ = GetDataSize();
     data_ = Plane(CRLECompression::__compress(data_.bytes()));
     codedSize_ = static_cast<int>(data_.size());

@@ -70,6 +70,7 @@ std::span<const Unit> constant(std::span<Unit> plane) {
 
 template <class Turn>
 void CGraphicsObject::withRawPlanes(Turn turn) {
+    bringBackCompressed();  // else what is changed would go with the decoded planes
     const bool coded = compression_ != kCompressionRaw && compression_ != kCompressionFrame;
     if (coded) {
         DeCompress();
@@ -134,11 +135,11 @@ void CGraphicsObject::Fill(const CXRect& rect, const CColor* color) {
 Plane* CGraphicsObject::planeOf(_channel channel) {
     switch (channel) {
         case kChannelRed:
-            return &red_;
+            return &rare().red;
         case kChannelGreen:
-            return &green_;
+            return &rare().green;
         case kChannelBlue:
-            return &blue_;
+            return &rare().blue;
         case kChannelAlpha:
             break;
     }
@@ -203,8 +204,8 @@ void CGraphicsObject::putPixel16(int x, int y, short pixel, int k) {
 }
 
 void CGraphicsObject::restoreAlpha(CGraphicsObject* mask) {
-    if (mask->mergeSave_.empty()) return;
-    const CXRect& rect = mask->mergeRect_;
+    if (!mask->rare_ || mask->rare_->mergeSave.empty()) return;
+    const CXRect& rect = mask->rare_->mergeRect;
     withRawPlanes([&] {
         const std::span<std::uint8_t> own = alpha_.bytes();
         const CXSize saved(rect.Width(), rect.Height());
@@ -213,7 +214,7 @@ void CGraphicsObject::restoreAlpha(CGraphicsObject* mask) {
                 // The stamp may be another object's, of another size.
                 if (!holds(size_, rect.left + x, rect.top + y)) continue;
                 const std::size_t index = indexOf(rect.left + x, rect.top + y, size_);
-                if (index < own.size()) own[index] = mask->mergeSave_[indexOf(x, y, saved)];
+                if (index < own.size()) own[index] = mask->rare_->mergeSave[indexOf(x, y, saved)];
             }
         }
     });
@@ -226,8 +227,9 @@ void CGraphicsObject::mergeAlpha(const CXPoint& at, CGraphicsObject* mask) {
     const CXPoint end = at + CXPoint(maskSize);
     const CXRect rect(std::max(at.x, 0), std::max(at.y, 0), std::min(end.x, size_.width),
                       std::min(end.y, size_.height));
-    mask->mergeRect_ = rect;
-    mask->mergeSave_.clear();
+    Rare& save = mask->rare();
+    save.mergeRect = rect;
+    save.mergeSave.clear();
     if (rect.Width() <= 0 || rect.Height() <= 0 || !alpha_) return;
 
     const CXSize stamp(rect.Width(), rect.Height());
@@ -239,11 +241,11 @@ void CGraphicsObject::mergeAlpha(const CXPoint& at, CGraphicsObject* mask) {
     withRawPlanes([&] {
         const std::span<std::uint8_t> own = alpha_.bytes();
         if (own.size() < area(size_)) return;
-        mask->mergeSave_.resize(bytes.size());
+        save.mergeSave.resize(bytes.size());
         for (int y = 0; y < stamp.height; ++y) {
             const auto row = own.begin() + static_cast<std::ptrdiff_t>(indexOf(rect.left, rect.top + y, size_));
             const auto offset = static_cast<std::ptrdiff_t>(indexOf(0, y, stamp));
-            std::copy_n(row, stamp.width, mask->mergeSave_.begin() + offset);
+            std::copy_n(row, stamp.width, save.mergeSave.begin() + offset);
             std::copy_n(bytes.begin() + offset, stamp.width, row);
         }
     });
@@ -309,23 +311,29 @@ void CGraphicsObject::Scale2x() {
 }
 
 void CGraphicsObject::CreateHistogram() {
-    histogram_.assign(std::numeric_limits<std::uint16_t>::max(), 0);
+    std::vector<int>& histogram = rare().histogram;
+    histogram.assign(std::numeric_limits<std::uint16_t>::max(), 0);
     for (const std::uint16_t pixel : data_.pixels()) {
-        if (pixel < histogram_.size()) ++histogram_[pixel];
+        if (pixel < histogram.size()) ++histogram[pixel];
     }
+}
+
+void CGraphicsObject::ReleaseHistogram() {
+    if (rare_) rare_->histogram.clear();
 }
 
 void CGraphicsObject::Split() {
     const std::span<const std::uint8_t> pixels = data_.bytes();
     const std::size_t count = area(size_);
     if (bpp_ != 24 || pixels.size() < count * 3) return;
-    blue_ = Plane(count);
-    green_ = Plane(count);
-    red_ = Plane(count);
+    Rare& planes = rare();
+    planes.blue = Plane(count);
+    planes.green = Plane(count);
+    planes.red = Plane(count);
     for (std::size_t i = 0; i < count; ++i) {
-        blue_.bytes()[i] = pixels[i * 3];
-        green_.bytes()[i] = pixels[i * 3 + 1];
-        red_.bytes()[i] = pixels[i * 3 + 2];
+        planes.blue.bytes()[i] = pixels[i * 3];
+        planes.green.bytes()[i] = pixels[i * 3 + 1];
+        planes.red.bytes()[i] = pixels[i * 3 + 2];
     }
     std::fill(std::begin(channelSizes_), std::end(channelSizes_), static_cast<int>(count));
     data_.reset();
@@ -334,13 +342,14 @@ void CGraphicsObject::Split() {
 void CGraphicsObject::JoinChannels() {
     const int format = bpp_;
     const std::size_t count = area(size_);
+    const Rare& planes = rare();
     Plane joined(count * 3);
     const std::span<std::uint8_t> pixels = joined.bytes();
     for (std::size_t i = 0; i < count; ++i) {
         const auto index = static_cast<std::int64_t>(i);
-        pixels[i * 3] = blue_.at(index);
-        pixels[i * 3 + 1] = green_.at(index);
-        pixels[i * 3 + 2] = red_.at(index);
+        pixels[i * 3] = planes.blue.at(index);
+        pixels[i * 3 + 1] = planes.green.at(index);
+        pixels[i * 3 + 2] = planes.red.at(index);
     }
     setPlanes(size_, 24, std::move(joined), alpha_);
     Convert(format);

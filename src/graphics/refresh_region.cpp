@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "graphics/refresh_region.h"
 
+#include <algorithm>
+
 namespace {
 
 bool meet(const CXRect& a, const CXRect& b) {
@@ -12,6 +14,7 @@ bool meet(const CXRect& a, const CXRect& b) {
 
 void CRefreshRegion::removeAll() {
     rects_.clear();
+    asked_.clear();
     whole_ = false;
 }
 
@@ -23,6 +26,9 @@ void CRefreshRegion::addRect(const CXRect* rect) {
         whole_ = true;
         return;
     }
+    // What changes is mostly told more than once, and the pieces of a rectangle that is there take long to compare.
+    if (std::any_of(asked_.rbegin(), asked_.rend(), [=](const CXRect& asked) { return rect->IsPartOf(asked); })) return;
+    asked_.push_back(*rect);
     pieces_.push_back({*rect, 0});
     while (!pieces_.empty()) {
         const Piece piece = pieces_.back();

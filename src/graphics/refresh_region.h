@@ -28,5 +28,6 @@ private:
 
     bool whole_ = true;
     std::vector<CXRect> rects_;
+    std::vector<CXRect> asked_;  // as they came: together they cover what `rects_` cover
     std::vector<Piece> pieces_;  // still to add; kept for its memory
 };

@@ -214,8 +214,7 @@ CGraphicsObject* CRefreshScreen::getGraphicsAt(int x, int y, bool visibleOnly, i
         if ((minPriority >= 0 && priority < minPriority) || (maxPriority >= 0 && priority > maxPriority)) continue;
         if (priority < best || (visibleOnly && !object->isVisible())) continue;
         if (!object->GetBoundingBox().IsInRect(x, y)) continue;
-        const bool byAlpha = !ignoreAlpha && object->getDrawn()->getAlpha();
-        if (byAlpha && object->GetPixel(kChannelAlpha, object->ClientCoords({x, y})) == 0) continue;
+        if (!ignoreAlpha && !object->isSolidAt({x, y})) continue;
         best = priority;
         found = object;
     }

@@ -21,7 +21,7 @@ public:
     virtual void setCursor(CursorKind kind) = 0;
     // Each true raises the cursor's show count, each false lowers it; the cursor shows while the count isn't negative.
     virtual void showCursor(bool show) = 0;
-    virtual void setCursorPosition(int x, int y) = 0;
+    virtual void setCursorPosition(int x, int y) = 0;  // in coordinates of the desktop, as `Shell::clientArea`
 };
 
 }  // namespace platform

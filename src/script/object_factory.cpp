@@ -5,8 +5,11 @@
 #include <algorithm>
 #include <array>
 
+#include "animation/animo_object.h"
 #include "animation/image_object.h"
 #include "definition/element.h"
+#include "input/keyboard_object.h"
+#include "input/mouse.h"
 #include "platform/platform.h"
 #include "script/array.h"
 #include "script/behaviour.h"

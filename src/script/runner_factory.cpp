@@ -5,8 +5,11 @@
 #include <algorithm>
 #include <array>
 
+#include "animation/animo_object.h"
 #include "animation/image_object.h"
 #include "definition/cnv_loader.h"
+#include "input/keyboard_object.h"
+#include "input/mouse.h"
 #include "script/array.h"
 #include "script/behaviour_runner.h"
 #include "script/condition.h"
@@ -26,7 +29,8 @@ Owned CMC_RunnerFactory::pDummyRunner, CMC_RunnerFactory::pVariableRunner, CMC_R
     CMC_RunnerFactory::pBehaviourRunner, CMC_RunnerFactory::pRandRunner, CMC_RunnerFactory::pAppRunner,
     CMC_RunnerFactory::pEpisodeRunner, CMC_RunnerFactory::pSceneRunner, CMC_RunnerFactory::pTimerRunner,
     CMC_RunnerFactory::pGroupRunner, CMC_RunnerFactory::pArrayRunner, CMC_RunnerFactory::pSystemRunner,
-    CMC_RunnerFactory::pCNVLoaderRunner, CMC_RunnerFactory::pImageRunner;
+    CMC_RunnerFactory::pCNVLoaderRunner, CMC_RunnerFactory::pAnimoRunner, CMC_RunnerFactory::pImageRunner,
+    CMC_RunnerFactory::pMouseRunner, CMC_RunnerFactory::pKeyboardRunner;
 
 namespace {
 
@@ -64,7 +68,10 @@ void CMC_RunnerFactory::initialize() {
     make<CMC_Episode_Runner>(pEpisodeRunner);
     make<CMC_Scene_Runner>(pSceneRunner);
     make<CMC_Timer_Runner>(pTimerRunner);
+    make<CMC_Animo_Runner>(pAnimoRunner);
     make<CMC_Image_Runner>(pImageRunner);
+    make<CMC_Mouse_Runner>(pMouseRunner);
+    make<CMC_Keyboard_Runner>(pKeyboardRunner);
     make<CMC_Groupped_Runner>(pGroupRunner);
     make<CMC_Array_Runner>(pArrayRunner);
     make<CMC_System_Runner>(pSystemRunner);

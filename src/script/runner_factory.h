@@ -16,6 +16,6 @@ public:
     static CMC_Runner* getRunner(int type);
 
     static std::unique_ptr<CMC_Runner> pDummyRunner, pVariableRunner, pConditionRunner, pBehaviourRunner, pRandRunner,
-        pAppRunner, pEpisodeRunner, pSceneRunner, pTimerRunner, pImageRunner, pGroupRunner, pArrayRunner, pSystemRunner,
-        pCNVLoaderRunner;
+        pAppRunner, pEpisodeRunner, pSceneRunner, pTimerRunner, pAnimoRunner, pImageRunner, pMouseRunner,
+        pKeyboardRunner, pGroupRunner, pArrayRunner, pSystemRunner, pCNVLoaderRunner;
 };

@@ -82,6 +82,13 @@ int CFile::Read(void* target, int count) {
     return static_cast<int>(std::fread(target, 1, static_cast<std::size_t>(count), stream_));
 }
 
+std::vector<std::byte> CFile::readRest(int most) {
+    const int left = Length() - Tell();
+    std::vector<std::byte> bytes(static_cast<std::size_t>(std::clamp(left, 0, most)));
+    bytes.resize(static_cast<std::size_t>(Read(bytes.data(), static_cast<int>(bytes.size()))));
+    return bytes;
+}
+
 int CFile::readText(char* target, int count) {
     int kept = 0;
     while (kept < count) {

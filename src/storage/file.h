@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
+#include <cstddef>
 #include <cstdio>
+#include <vector>
 
 #include "foundation/xobject.h"
 
@@ -40,11 +42,12 @@ public:
     const CXString& getName() const { return name_; }  // the full path asked for
     int getMode() const { return mode_; }
 
-    int Length();                              // -1 with no stream
-    int Tell() const;                          // 0 with no stream
-    int Seek(int offset, int whence);          // 0, or not 0 when it failed
-    int Read(void* target, int count);         // the number of bytes read
-    int Write(const void* source, int count);  // 1, or 0 when it failed or there was nothing to write
+    int Length();                               // -1 with no stream
+    int Tell() const;                           // 0 with no stream
+    int Seek(int offset, int whence);           // 0, or not 0 when it failed
+    int Read(void* target, int count);          // the number of bytes read
+    std::vector<std::byte> readRest(int most);  // what lies ahead, up to that many bytes
+    int Write(const void* source, int count);   // 1, or 0 when it failed or there was nothing to write
 
     // A line with its line end, cut at size - 1 characters and ended by a zero byte. The buffer stays untouched with no
     // stream, and holds "" at the end.

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <array>
 
+#include "animation/animo.h"
+#include "animation/animo_object.h"
 #include "animation/image.h"
 #include "animation/image_object.h"
 #include "definition/element.h"
@@ -22,6 +24,12 @@ namespace {
 
 constexpr std::array<std::string_view, 6> kSignals = {"ONINIT",    "ONDONE",    "ONSIGNAL",
                                                       "ONDOMODAL", "ONRESTART", "ONMUSICLOOPED"};
+
+// Null for what has no picture.
+const CMC_Picture* pictureOf(const CMC_Object* object) {
+    const bool isPicture = object && (object->getType() == CMC_Animo::kType || object->getType() == CMC_Image::kType);
+    return isPicture ? static_cast<const CMC_Picture*>(object) : nullptr;
+}
 
 }  // namespace
 
@@ -121,17 +129,22 @@ CXVector* CMC_Scene::getObjectsOfType(int type) const {
 
 // The part behind a `#` names a frame of an animation; nothing that stands in a scene has frames yet.
 CGraphicsObject* CMC_Scene::getGraphicsObject(const CXString& name) {
-    const std::string_view objectName = name.view().substr(0, name.view().find('#'));
+    const std::size_t mark = name.view().find('#');
+    const std::string_view objectName = name.view().substr(0, mark);
     CMC_Object* object = objectName.empty() ? nullptr : lookUp(objectName);
-    return object && object->getType() == CMC_Image::kType ? static_cast<CMC_Image*>(object)->getImage() : nullptr;
+    const CMC_Picture* picture = pictureOf(object);
+    if (!picture) return nullptr;
+    if (mark == std::string_view::npos || object->getType() != CMC_Animo::kType) return picture->getGraphic();
+    const CAnimo6* animo = static_cast<CMC_Animo*>(object)->getAnimo();
+    return animo ? animo->getFrame(CXString(name.view().substr(mark + 1))) : nullptr;
 }
 
 CXString CMC_Scene::getGraphicsObjectName(CGraphicsObject* graphic) {
     if (!table_ || !graphic) return "UNKNOWN";
     for (CXObject* entry : table_->getAllValues()->elements()) {
         auto* object = static_cast<CMC_Object*>(entry);
-        if (object->getType() == CMC_Image::kType && static_cast<CMC_Image*>(object)->getImage() == graphic)
-            return object->getName();
+        const CMC_Picture* picture = pictureOf(object);
+        if (picture && picture->getGraphic() == graphic) return object->getName();
     }
     return "UNKNOWN";
 }

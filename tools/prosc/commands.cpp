@@ -12,6 +12,7 @@
 #include "definition/elements_loader.h"
 #include "definition/text_coder.h"
 #include "platform/headless/code_page.h"
+#include "prosc/animation.h"
 #include "prosc/image.h"
 
 namespace prosc {
@@ -128,7 +129,8 @@ Outcome decode(std::string_view coded) {
     }
 }
 
-Outcome info(std::string_view bytes) {
+Outcome info(std::string_view bytes, std::string_view name) {
+    if (isAnimation(bytes, name)) return animationInfo(bytes);
     if (isImage(bytes)) return imageInfo(bytes);
     if (isCoded(bytes)) {
         const std::string fault = damage(linesOf(bytes));

@@ -22,7 +22,8 @@ Outcome code(std::string_view plain);
 // The plain form of a coded file. An error for a plain file, and for a damaged one.
 Outcome decode(std::string_view coded);
 
-// What the file holds, as lines for a person. An error for what isn't a kind of file known here.
-Outcome info(std::string_view bytes);
+// What the file holds, as lines for a person. An error for what isn't a kind of file known here. Only the name tells
+// some animations from pictures.
+Outcome info(std::string_view bytes, std::string_view name = "");
 
 }  // namespace prosc

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <fmt/format.h>
-#include <png.h>
 #include <vector>
 
 #include "animation/image.h"
@@ -17,49 +16,7 @@ namespace prosc {
 
 namespace {
 
-constexpr unsigned kLargestSide = 16384;
-
 Outcome wrong(std::string text) { return {std::nullopt, std::move(text)}; }
-
-// What a picture holds: colours as blue, green, red, and alpha unless it is opaque.
-struct Picture {
-    CXSize size;
-    Plane data, alpha;
-};
-
-std::optional<Picture> readPng(std::string_view bytes, std::string& error) {
-    png_image image{};
-    image.version = PNG_IMAGE_VERSION;
-    if (!png_image_begin_read_from_memory(&image, bytes.data(), bytes.size())) {
-        error = image.message;
-        return std::nullopt;
-    }
-    image.format = PNG_FORMAT_BGRA;
-    if (image.width > kLargestSide || image.height > kLargestSide) {
-        png_image_free(&image);
-        error = fmt::format("a picture of {} by {} is larger than {} by {}", image.width, image.height, kLargestSide,
-                            kLargestSide);
-        return std::nullopt;
-    }
-    std::vector<std::uint8_t> pixels(PNG_IMAGE_SIZE(image));
-    if (!png_image_finish_read(&image, nullptr, pixels.data(), 0, nullptr)) {
-        error = image.message;
-        return std::nullopt;
-    }
-    const std::size_t count = pixels.size() / 4;
-    Picture picture{
-        {static_cast<int>(image.width), static_cast<int>(image.height)},
-        Plane(count * 3), Plane(count)
-    };
-    bool opaque = true;
-    for (std::size_t i = 0; i < count; ++i) {
-        std::copy_n(&pixels[i * 4], 3, &picture.data.bytes()[i * 3]);
-        picture.alpha.bytes()[i] = pixels[i * 4 + 3];
-        opaque = opaque && pixels[i * 4 + 3] == 255;
-    }
-    if (opaque) picture.alpha.reset();
-    return picture;
-}
 
 void append(std::string& bytes, std::int64_t value, int count) {
     for (int i = 0; i < count; ++i)
@@ -113,8 +70,6 @@ const char* formName(_compression form) {
 
 }  // namespace
 
-bool isPng(std::string_view bytes) { return bytes.starts_with("\x89PNG"); }
-
 bool isImage(std::string_view bytes) {
     return bytes.starts_with(std::string_view("MVL\0", 4)) || bytes.starts_with(std::string_view("NVI\0", 4));
 }
@@ -144,37 +99,7 @@ Outcome pngFromImage(std::string_view bytes) {
     image.DeCompress();
     image.DeCompressRLE2();
     if (!image.getData()) return wrong("the planes don't decode");
-
-    const auto count = static_cast<std::size_t>(stored->size.mul());
-    std::vector<std::uint8_t> pixels(count * 4);
-    for (std::size_t i = 0; i < count; ++i) {
-        std::uint8_t* pixel = &pixels[i * 4];
-        const auto at = static_cast<std::int64_t>(i);
-        if (stored->bpp == 24) {
-            for (int channel = 0; channel < 3; ++channel)
-                pixel[channel] = image.getData().at(at * 3 + channel);
-        } else {
-            const unsigned value = image.getData().at(at * 2) | image.getData().at(at * 2 + 1) << 8U;
-            const bool five = stored->bpp == 15;
-            const auto wide = [](unsigned channel) { return static_cast<std::uint8_t>(channel << 3 | channel >> 2); };
-            const unsigned green = value >> 5 & (five ? 31U : 63U);
-            pixel[0] = wide(value & 31U);
-            pixel[1] = five ? wide(green) : static_cast<std::uint8_t>(green << 2 | green >> 4);
-            pixel[2] = wide(value >> (five ? 10U : 11U) & 31U);
-        }
-        pixel[3] = image.getAlpha() ? image.getAlpha().at(at) : std::uint8_t{255};
-    }
-    png_image png{};
-    png.version = PNG_IMAGE_VERSION;
-    png.width = static_cast<png_uint_32>(stored->size.width);
-    png.height = static_cast<png_uint_32>(stored->size.height);
-    png.format = PNG_FORMAT_BGRA;
-    png_alloc_size_t size = 0;
-    if (!png_image_write_to_memory(&png, nullptr, &size, 0, pixels.data(), 0, nullptr)) return wrong(png.message);
-    std::string result(size, '\0');
-    if (!png_image_write_to_memory(&png, result.data(), &size, 0, pixels.data(), 0, nullptr)) return wrong(png.message);
-    result.resize(size);
-    return {result, ""};
+    return writePng(stored->size, stored->bpp, image.getData(), image.getAlpha());
 }
 
 Outcome imageInfo(std::string_view bytes) {

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "prosc/commands.h"
+#include "prosc/picture.h"
 
 // Pictures: PNG into .img and back.
 namespace prosc {
@@ -20,7 +21,6 @@ Outcome imageFromPng(std::string_view png, const ImageOptions& options);
 // 8 bits a channel; a 5-bit channel's upper bits are repeated below.
 Outcome pngFromImage(std::string_view bytes);
 
-bool isPng(std::string_view bytes);
 bool isImage(std::string_view bytes);  // by its magic
 Outcome imageInfo(std::string_view bytes);
 

@@ -9,6 +9,7 @@
 #include <iterator>
 
 #include "platform/headless/headless.h"
+#include "prosc/animation.h"
 #include "prosc/commands.h"
 #include "prosc/image.h"
 
@@ -22,6 +23,7 @@ struct Arguments {
     std::string file;
     std::string output;  // "": beside the source
     prosc::ImageOptions image;
+    prosc::AnimationOptions animation;
     std::string at;  // "X,Y"
 };
 
@@ -78,10 +80,62 @@ int convertImage(Arguments arguments) {
     return replaceFile(arguments.output, *outcome.result) ? 0 : fail(arguments.output, std::strerror(errno));
 }
 
+// What is in a folder that concerns an animation. None, and errno, when something can't be read.
+std::optional<prosc::Files> animationFilesIn(const std::string& folder) {
+    prosc::Files files;
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+        const std::string name = entry.path().filename().string();
+        if (name != prosc::kAnimationText && !prosc::frameNumber(name)) continue;
+        auto content = contentOf(entry.path().string());
+        if (!content) return std::nullopt;
+        files[name] = std::move(*content);
+    }
+    return files;
+}
+
+int packAnimation(const Arguments& arguments) {
+    const auto files = animationFilesIn(arguments.file);
+    if (!files) return fail(arguments.file, std::strerror(errno));
+    const prosc::Outcome outcome = prosc::animationFromFiles(*files, arguments.animation);
+    if (!outcome.result) {
+        fmt::print(stderr, "prosc: {}\n", (std::filesystem::path(arguments.file) / outcome.error).string());
+        return kBadFile;
+    }
+    return replaceFile(arguments.output, *outcome.result) ? 0 : fail(arguments.output, std::strerror(errno));
+}
+
+int unpackAnimation(const Arguments& arguments) {
+    const auto source = contentOf(arguments.file);
+    if (!source) return fail(arguments.file, std::strerror(errno));
+    const prosc::FilesOutcome outcome = prosc::filesFromAnimation(*source);
+    if (!outcome.result) return fail(arguments.file, outcome.error);
+    const std::filesystem::path folder(arguments.output);
+    std::filesystem::create_directories(folder);
+    // A frame of something else would be taken for one more of this.
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+        const std::string name = entry.path().filename().string();
+        if (prosc::frameNumber(name) && !outcome.result->contains(name))
+            return fail(entry.path().string(), "is no frame of this animation; the folder is left as it is");
+    }
+    for (const auto& [name, content] : *outcome.result) {
+        const std::string file = (folder / name).string();
+        if (!replaceFile(file, content)) return fail(file, std::strerror(errno));
+    }
+    return 0;
+}
+
+// A folder into an .ann file or back, by what the source is.
+int convertAnimation(const Arguments& arguments) {
+    if (std::filesystem::is_directory(arguments.file)) return packAnimation(arguments);
+    if (arguments.animation.bpp == 0 && arguments.animation.form.empty()) return unpackAnimation(arguments);
+    fmt::print(stderr, "prosc: --bpp and --form go with a folder that becomes an .ann file\n");
+    return kWrongUse;
+}
+
 int printInfo(const Arguments& arguments) {
     const auto source = contentOf(arguments.file);
     if (!source) return fail(arguments.file, std::strerror(errno));
-    const prosc::Outcome outcome = prosc::info(*source);
+    const prosc::Outcome outcome = prosc::info(*source, arguments.file);
     if (!outcome.result) return fail(arguments.file, outcome.error);
     fmt::print("{}: {}", arguments.file, *outcome.result);
     return 0;
@@ -115,6 +169,13 @@ int main(int argc, char** argv) {
         img->add_option("--form", arguments.image.form, "How its planes stand in it: raw, lzw or lzo")
             ->check(CLI::IsMember({"raw", "lzw", "lzo"}));
         img->add_option("--at", arguments.at, "Where it stands on the screen: X,Y");
+        CLI::App* ann = addCommand(
+            app, "ann", "Turn a folder of PNG files and animation.txt into an .ann file, or back", arguments, false);
+        ann->add_option("OUT", arguments.output, "The file or folder to write")->required()->type_name("");
+        ann->add_option("--bpp", arguments.animation.bpp, "Bits a pixel of the .ann file: 15 or 16")
+            ->check(CLI::IsMember({15, 16}));
+        ann->add_option("--form", arguments.animation.form, "How its planes stand in it: raw or rle")
+            ->check(CLI::IsMember({"raw", "rle"}));
         addCommand(app, "info", "Tell what a file holds", arguments, false);
         app.footer("Exit status: 0 done, 1 for a file that can't be read, used or written, 2 for wrong use.");
         try {
@@ -129,6 +190,7 @@ int main(int argc, char** argv) {
         if (code->parsed()) return convertFile(arguments, prosc::code, ".coded");
         if (decode->parsed()) return convertFile(arguments, prosc::decode, ".decoded");
         if (img->parsed()) return convertImage(arguments);
+        if (ann->parsed()) return convertAnimation(arguments);
         return printInfo(arguments);
     } catch (const std::exception& error) {
         fmt::print(stderr, "prosc: {}\n", error.what());
