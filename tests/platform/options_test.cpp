@@ -37,8 +37,6 @@ TEST(HostOptions, WrongOnesAreRefusedInOneLineThatNamesThem) {
         {"--headless", "FOLDER"},
         {"--headless ''", "FOLDER"},
         {"-window app --headless", "-window"},
-        {"app", "--headless"},
-        {"app --frames 5", "--headless"},
         {"app --headless --bogus", "--bogus"},
         {"app --headless --bogus=1", "--bogus"},
         {"app --headless --", "--"},
@@ -67,8 +65,9 @@ TEST(HostOptions, WrongOnesAreRefusedInOneLineThatNamesThem) {
         {"app --headless --resource a.big", "--resource is not"},
         {"app --headless --net 127.0.0.1", "--net is not"},
         {"app --headless --net-no-code", "--net-no-code is"},
-        {"app --scale 2", "--scale is not"},
-        {"app --fullscreen", "--fullscreen is not"},
+        {"app --scale 0", "'0'"},
+        {"app --scale 17", "'17'"},
+        {"app --fullscreen=1", "--fullscreen takes no value"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.line);
@@ -149,4 +148,19 @@ TEST(HostOptions, TimesCountFromTheEpoch) {
     EXPECT_EQ(host::parseTime("2000-01-01 00:00:00"), std::nullopt);
     EXPECT_EQ(host::parseTime("2000-01-01T00:00:0\xB2"), std::nullopt);
     EXPECT_EQ(host::parseTime("2000-00-01T00:00:00"), std::nullopt);
+}
+
+TEST(HostOptions, AWindowKeepsRealTimeUnlessToldOtherwise) {
+    const host::Options window = parse("app -window --scale 2").options;
+    EXPECT_EQ(window.frames, 0U);
+    EXPECT_EQ(window.scale, 2);
+    EXPECT_EQ(window.language, "");
+    EXPECT_GT(window.utcSeconds, 1'700'000'000);
+    EXPECT_EQ(host::parseTime(window.now), window.utcSeconds);
+    const host::Options told = parse("app --frames 9 --language 0415 --now 2003-05-17T09:05:07 --fullscreen").options;
+    EXPECT_EQ(told.frames, 9U);
+    EXPECT_EQ(told.language, "0415");
+    EXPECT_EQ(host::formatTime(told.utcSeconds), "2003-05-17T09:05:07");
+    EXPECT_TRUE(told.fullScreen && !told.headless);
+    EXPECT_EQ(parse("app --headless").options.frames, 3000U);
 }

@@ -7,29 +7,18 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/event.h"
+
 namespace host {
 
-enum class EventKind {
-    move,
-    leftDown,
-    leftUp,
-    leftDouble,
-    middleDown,
-    middleUp,
-    rightDown,
-    rightUp,
-    keyDown,
-    keyUp,
-    capsLock,
-    active,
-    close
-};
+using EventKind = platform::EventKind;
 
+// An event with the frame before which it goes in, from 1.
 struct Event {
-    std::uint32_t frame = 0;  // the frame before which it goes in, from 1
+    std::uint32_t frame = 0;
     EventKind kind = EventKind::move;
-    int first = 0;   // x; the scan code, 0 to 255; 0 or 1 for capsLock and active
-    int second = 0;  // y
+    int first = 0;  // as in platform::Event
+    int second = 0;
 
     bool operator==(const Event&) const = default;
 };

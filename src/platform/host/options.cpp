@@ -22,8 +22,10 @@ constexpr const char* kFooter =
     "Exit status: 0 after a run, 1 when there is no display, 2 when something named on the command line is wrong.";
 
 // Options that the host will have and that nothing stands behind yet.
-constexpr const char* kNotBuilt[] = {"--audio", "--resource", "--net", "--scale"};
-constexpr const char* kFlagsNotBuilt[] = {"--net-no-code", "--fullscreen"};
+constexpr const char* kNotBuilt[] = {"--audio", "--resource", "--net"};
+constexpr const char* kFlagsNotBuilt[] = {"--net-no-code"};
+
+constexpr int kMostScale = 16;
 
 template <class Number>
 bool readNumber(std::string_view text, Number& number) {
@@ -73,9 +75,14 @@ bool readShot(const std::string& text, std::vector<Shot>& shots) {
 
 void addOptions(CLI::App& app, Options& options) {
     addText(app, "--config", "NAME", options.config, "Configuration file, in FOLDER (application.ini)");
-    app.add_flag("--headless")->description("No window: display in memory, virtual clock, scripted input");
-    addNumber(app, "--frames", "N", options.frames, "Leave after N frames; 0: no limit (3000)");
-    addNumber(app, "--step", "MS", options.step, "How far the virtual clock moves before each frame (10)");
+    app.add_flag("--headless", options.headless, "No window: display in memory, virtual clock, scripted input");
+    app.add_flag("--fullscreen", options.fullScreen, "Fill the screen; Alt+Enter changes that at any time");
+    const auto readScale = [&options](const std::string& text) {
+        return readNumber(text, options.scale) && options.scale >= 1 && options.scale <= kMostScale;
+    };
+    addValue(app, "--scale", "N", "a whole number from 1 to 16", "Open a window N times the screen's size", readScale);
+    addNumber(app, "--frames", "N", options.frames, "Leave after N frames; 0: no limit (3000 when headless)");
+    addNumber(app, "--step", "MS", options.step, "Headless: how far the virtual clock moves before each frame (10)");
     addNumber(app, "--ticks", "N", options.ticks, "Tick count before frame 1 (1000)");
     const auto readNow = [&options](const std::string& text) {
         const auto seconds = parseTime(text);
@@ -84,7 +91,7 @@ void addOptions(CLI::App& app, Options& options) {
         return seconds.has_value();
     };
     addValue(app, "--now", "TIME", "a time from 1970 on, as 2003-05-17T09:05:00",
-             "Date and time in UTC before frame 1 (2000-01-01T00:00:00)", readNow);
+             "Date and time in UTC before frame 1 (headless: 2000-01-01T00:00:00)", readNow);
     const auto readDepth = [&options](const std::string& text) {
         return readNumber(text, options.depth) && (options.depth == 15 || options.depth == 16);
     };
@@ -94,7 +101,7 @@ void addOptions(CLI::App& app, Options& options) {
         return isLanguage(text);
     };
     addValue(app, "--language", "CODE", "a code of four hexadecimal digits",
-             "Locale code that the platform reports, as 0415 (0409)", readLanguage);
+             "Locale code that the platform reports, as 0415 (headless: 0409)", readLanguage);
     addText(app, "--input", "FILE", options.input, "Replay these events");
     addText(app, "--record", "FILE", options.record, "Write every event that goes in, as a file for --input");
     addText(app, "--hashes", "FILE", options.hashes, "Write the number of each frame and a hash of its screen");
@@ -178,6 +185,16 @@ std::optional<std::int64_t> parseTime(const std::string& text) {
     return ((days * 24 + hour) * 60 + minute) * 60 + second;
 }
 
+std::string formatTime(std::int64_t utcSeconds) {
+    const std::chrono::sys_seconds time{std::chrono::seconds(utcSeconds)};
+    const auto day = std::chrono::floor<std::chrono::days>(time);
+    const std::chrono::year_month_day date(day);
+    const std::chrono::hh_mm_ss clock(time - day);
+    return fmt::format("{:04}-{:02}-{:02}T{:02}:{:02}:{:02}", static_cast<int>(date.year()),
+                       static_cast<unsigned>(date.month()), static_cast<unsigned>(date.day()), clock.hours().count(),
+                       clock.minutes().count(), clock.seconds().count());
+}
+
 ParsedCommandLine parseCommandLine(std::span<const char* const> arguments) {
     ParsedCommandLine result;
     const auto refuse = [&result](const std::string& why) {
@@ -214,7 +231,16 @@ ParsedCommandLine parseCommandLine(std::span<const char* const> arguments) {
     const std::string missing = notBuilt(app);
     if (!missing.empty()) return refuse(missing);
     if (result.options.folder.empty()) return refuse("FOLDER is missing: the folder of the application to play");
-    if (app.count("--headless") == 0) return refuse("the window is not built yet: use --headless");
+    if (!result.options.headless) {
+        if (app.count("--frames") == 0) result.options.frames = 0;
+        if (app.count("--language") == 0) result.options.language = "";
+        if (app.count("--now") == 0) {
+            result.options.utcSeconds =
+                std::chrono::duration_cast<std::chrono::seconds>(std::chrono::system_clock::now().time_since_epoch())
+                    .count();
+            result.options.now = formatTime(result.options.utcSeconds);
+        }
+    }
     return result;
 }
 

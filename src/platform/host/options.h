@@ -21,13 +21,16 @@ struct Shot {
 struct Options {
     std::string folder;
     std::string config = "application.ini";
-    std::uint32_t frames = 3000;  // 0: no limit
+    bool headless = false;
+    bool fullScreen = false;
+    int scale = 0;                // of the window at first; 0: as the desktop allows
+    std::uint32_t frames = 3000;  // 0: no limit, which is usual in a window
     std::uint32_t step = 10;      // milliseconds
     std::uint32_t ticks = 1000;
     std::string now = "2000-01-01T00:00:00";
     std::int64_t utcSeconds = 946'684'800;  // the same as `now`
     int depth = 16;
-    std::string language = "0409";
+    std::string language = "0409";  // "": the user's
     bool realtime = false;
     std::optional<std::string> input;
     std::optional<std::string> record;
@@ -50,5 +53,6 @@ ParsedCommandLine parseCommandLine(std::span<const char* const> arguments);
 
 // Seconds since 1970 of a time such as 2003-05-17T09:05:00; none for another form or a day that no calendar has.
 std::optional<std::int64_t> parseTime(const std::string& text);
+std::string formatTime(std::int64_t utcSeconds);  // and back
 
 }  // namespace host

@@ -3,14 +3,12 @@
 #include "platform/host/run.h"
 
 #include <cerrno>
-#include <chrono>
 #include <cstring>
 #include <fmt/format.h>
 #include <fstream>
 #include <iterator>
 #include <memory>
 #include <sys/stat.h>
-#include <thread>
 #include <unistd.h>
 
 #include "frame/application.h"
@@ -18,7 +16,8 @@
 #include "frame/window.h"
 #include "input/keyboard.h"
 #include "platform/headless/code_page.h"
-#include "platform/headless/headless.h"
+#include "platform/headless/files.h"
+#include "platform/host/backend.h"
 #include "platform/host/input_file.h"
 #include "platform/host/outputs.h"
 
@@ -45,12 +44,24 @@ int refuse(const std::string& line) {
     return kUsageError;
 }
 
+CCommandLine6 engineCommandLine(const Options& options) {
+    std::vector<std::string> texts;
+    texts.reserve(options.engineArguments.size());
+    for (const std::string& argument : options.engineArguments)
+        texts.push_back(headless::fromUtf8(argument));
+    std::vector<char*> arguments;
+    arguments.reserve(texts.size());
+    for (std::string& text : texts)
+        arguments.push_back(text.data());
+    return {static_cast<int>(arguments.size()), arguments.data()};
+}
+
 // The engine's side of a run: command line, window and application, built in the order that the library asks for and
 // destroyed in the one that it wants, the application before the window.
 class Stage {
 public:
-    explicit Stage(const Options& options)
-        : commandLine_(engineCommandLine(options)),
+    Stage(const Options& options, CCommandLine6& commandLine)
+        : commandLine_(commandLine),
           window_(nullptr, &commandLine_, commandLine_.getResolution(), &cursors_[0]),
           application_(&window_, CXString(headless::fromUtf8(options.config)), CXString("Proscenium"), &commandLine_) {
         window_.SetActiveCursor(&cursors_[1]);
@@ -83,26 +94,14 @@ public:
     CXSize size() const { return commandLine_.getResolution(); }
 
 private:
-    static CCommandLine6 engineCommandLine(const Options& options) {
-        std::vector<std::string> texts;
-        texts.reserve(options.engineArguments.size());
-        for (const std::string& argument : options.engineArguments)
-            texts.push_back(headless::fromUtf8(argument));
-        std::vector<char*> arguments;
-        arguments.reserve(texts.size());
-        for (std::string& text : texts)
-            arguments.push_back(text.data());
-        return {static_cast<int>(arguments.size()), arguments.data()};
-    }
-
     char cursors_[3] = {};  // stand for the three cursors, which the library only tells apart
-    CCommandLine6 commandLine_;
+    CCommandLine6& commandLine_;
     CWindow window_;
     CApplication application_;
 };
 
 // False when the event was a `close` that the application granted.
-bool send(const Event& event, CWindow& window, headless::ScriptedInput& input) {
+bool send(const Event& event, CWindow& window, Backend& backend) {
     const CXPoint point(event.first, event.second);
     const bool on = event.first != 0;
     switch (event.kind) {
@@ -131,13 +130,13 @@ bool send(const Event& event, CWindow& window, headless::ScriptedInput& input) {
             window.OnRButtonUp(point, 0);
             break;
         case EventKind::keyDown:
-            input.setKey(event.first, true);
+            backend.setKey(event.first, true);
             break;
         case EventKind::keyUp:
-            input.setKey(event.first, false);
+            backend.setKey(event.first, false);
             break;
         case EventKind::capsLock:
-            input.setCapsLock(on);
+            backend.setCapsLock(on);
             break;
         case EventKind::active:
             window.OnActivateApp(on);
@@ -148,21 +147,23 @@ bool send(const Event& event, CWindow& window, headless::ScriptedInput& input) {
     return true;
 }
 
-void loop(const Options& options, const std::vector<Event>& events, Stage& stage, headless::HeadlessPlatform& platform,
+void loop(const Options& options, const std::vector<Event>& replayed, Stage& stage, Backend& backend,
           Outputs& outputs) {
-    const auto start = std::chrono::steady_clock::now();
-    auto next = events.begin();
+    auto next = replayed.begin();
     for (std::uint32_t number = 1; options.frames == 0 || number <= options.frames; ++number) {
-        if (options.realtime)
-            std::this_thread::sleep_until(start + std::chrono::milliseconds(std::uint64_t{options.step} * number));
-        platform.clock.advance(options.step);
-        for (; next != events.end() && next->frame <= number; ++next) {
-            outputs.record(*next);
-            if (!send(*next, stage.window(), platform.input)) return;
+        std::vector<Event> events;
+        for (const platform::Event& event : backend.nextFrame(number))
+            events.push_back({number, event.kind, event.first, event.second});
+        for (; next != replayed.end() && next->frame <= number; ++next)
+            events.push_back(*next);
+        for (const Event& event : events) {
+            outputs.record(event);
+            if (!send(event, stage.window(), backend)) return;
         }
         const bool leave = stage.frame();
-        outputs.frame(number, platform.display);
-        if (leave || platform.shell.quitPosted()) return;
+        outputs.frame(number, backend.display());
+        backend.frameDone();
+        if (leave || backend.shell().quitPosted()) return;
     }
 }
 
@@ -205,21 +206,26 @@ int run(const Options& options) {
     const std::string unwritable = outputs.open();
     if (!unwritable.empty()) return refuse(unwritable);
 
-    headless::HeadlessPlatform platform(
-        {options.folder, options.ticks, options.utcSeconds, options.depth, options.language, stdout, stderr});
+    CCommandLine6 commandLine = engineCommandLine(options);
+    const bool fullScreen = options.fullScreen || (!commandLine.isWindowMode() && options.scale == 0);
+    const std::unique_ptr<Backend> backend =
+        options.headless ? makeHeadlessBackend(options) : makeWindowBackend(options, fullScreen);
+    if (!backend) return refuse("proscenium: this host was built without a window: use --headless");
     std::string unwritten;
     {
-        Stage stage(options);
+        Stage stage(options, commandLine);
         const CXSize size = stage.size();
-        platform.shell.setClientArea({0, 0, size.width, size.height});
+        backend->shell().setClientArea({0, 0, size.width, size.height});
         if (!stage.open(options.depth)) {
-            fmt::print(stderr, "proscenium: a display of {}x{} pixels can't be made\n", size.width, size.height);
+            const std::string why = backend->displayError();
+            fmt::print(stderr, "proscenium: a display of {}x{} pixels can't be made{}{}{}\n", size.width, size.height,
+                       why.empty() ? "" : ": ", why, options.headless ? "" : "; --headless plays without one");
             return kNoDisplay;
         }
         stage.start();
-        outputs.frame(0, platform.display);
-        loop(options, input.events, stage, platform, outputs);
-        unwritten = outputs.finish(platform.display);
+        outputs.frame(0, backend->display());
+        loop(options, input.events, stage, *backend, outputs);
+        unwritten = outputs.finish(backend->display());
         stage.window().OnDestroy();
     }
     return unwritten.empty() ? 0 : refuse(unwritten);

@@ -1,0 +1,79 @@
+#!/usr/bin/env bash
+# Plays a small application in a window of a display that nobody sees, with a real mouse and real keys, and compares what
+# the display shows with what a run without one shows: window_test.sh FOLDER-WITH-PROGRAMS
+set -euo pipefail
+programs=$(cd "$1" && pwd)
+top=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+work=$(mktemp -d)
+cleanup() {
+    jobs -p | xargs -r kill 2>/dev/null || true
+    wait 2>/dev/null || true
+    rm -rf "$work"
+}
+trap cleanup EXIT
+
+app=$work/app
+mkdir -p "$app/Dane/S"
+cat >"$app/Dane/application.def" <<'DEF'
+OBJECT=APP
+APP:TYPE=APPLICATION
+APP:EPISODES=EP
+APP:STARTWITH=EP
+OBJECT=EP
+EP:TYPE=EPISODE
+EP:SCENES=S
+EP:STARTWITH=S
+OBJECT=S
+S:TYPE=SCENE
+S:PATH=S
+DEF
+cat >"$app/Dane/S/S.cnv" <<'CNV'
+OBJECT=LOG
+LOG:TYPE=STRING
+LOG:TOINI=TRUE
+OBJECT=M
+M:TYPE=MOUSE
+M:ONCLICK^LEFT={LOG^ADD("left");LOG^ADD(M^GETPOSX());LOG^ADD("_");LOG^ADD(M^GETPOSY());}
+M:ONCLICK^RIGHT={LOG^ADD("right");}
+OBJECT=K
+K:TYPE=KEYBOARD
+K:ONCHAR={LOG^ADD(K^GETLATESTKEY());}
+K:ONKEYDOWN^LEFT={LOG^ADD("arrow");}
+K:ONKEYDOWN^F10={APP^EXIT();}
+CNV
+"$programs/prosc" img "$top/docs/demo.png" "$app/Dane/S/bkg.img" --bpp 16
+
+fail() {
+    echo "window_test: $*" >&2
+    exit 1
+}
+
+# The whole of a colour display, so that what the window shows is seen and not what it was asked to show.
+exec {numbers}<> <(:)
+Xvfb -displayfd "$numbers" -screen 0 1024x768x24 -nolisten tcp >"$work/xvfb.log" 2>&1 &
+read -r -t 30 number <&"$numbers" || fail "Xvfb doesn't start: $(cat "$work/xvfb.log")"
+export DISPLAY=:$number SDL_VIDEODRIVER=x11
+
+"$programs/proscenium" "$app" -window --scale 1 --frames 6000 >"$work/out" 2>"$work/err" &
+player=$!
+window=$(timeout 30 xdotool search --sync --onlyvisible --name Proscenium | head -n 1) || fail "no window: $(cat "$work/err")"
+xdotool mousemove --sync --window "$window" 123 45 click 1 click 3
+xdotool key q key Left
+# Until all of it has come through; a few seconds at most.
+for _ in $(seq 50); do
+    if grep -q arrow "$app/application.ini" 2>/dev/null; then break; fi
+    sleep 0.1
+done
+import -window "$window" "$work/window.png"
+# Taking the picture took the keys away.
+xdotool windowfocus "$window"
+sleep 0.2
+xdotool key F10
+wait "$player" || fail "the host ended with $?: $(cat "$work/err")"
+
+wanted='LOG=left123_45rightqarrow'
+grep -qF "$wanted" "$app/application.ini" || fail "wanted $wanted, got $(cat "$app/application.ini")"
+"$programs/proscenium" "$app" --headless --frames 3 --shot "last:$work/headless.png" >/dev/null
+different=$(compare -metric AE "$work/window.png" "$work/headless.png" null: 2>&1 || true)
+[ "$different" = 0 ] || fail "$different pixels of the window differ from those of a run without one"
+echo "window_test: the window shows, hears and ends as it should"
