@@ -74,16 +74,16 @@ bool readShot(const std::string& text, std::vector<Shot>& shots) {
 }
 
 void addOptions(CLI::App& app, Options& options) {
+    const auto group = [&app](const char* name) { app.option_defaults()->group(name); };
+    group("Playing");
     addText(app, "--config", "NAME", options.config, "Configuration file, in FOLDER (application.ini)");
-    app.add_flag("--headless", options.headless, "No window: display in memory, virtual clock, scripted input");
-    app.add_flag("--fullscreen", options.fullScreen, "Fill the screen; Alt+Enter changes that at any time");
-    const auto readScale = [&options](const std::string& text) {
-        return readNumber(text, options.scale) && options.scale >= 1 && options.scale <= kMostScale;
-    };
-    addValue(app, "--scale", "N", "a whole number from 1 to 16", "Open a window N times the screen's size", readScale);
     addNumber(app, "--frames", "N", options.frames, "Leave after N frames; 0: no limit (3000 when headless)");
-    addNumber(app, "--step", "MS", options.step, "Headless: how far the virtual clock moves before each frame (10)");
-    addNumber(app, "--ticks", "N", options.ticks, "Tick count before frame 1 (1000)");
+    const auto readLanguage = [&options](const std::string& text) {
+        options.language = text;
+        return isLanguage(text);
+    };
+    addValue(app, "--language", "CODE", "a code of four hexadecimal digits",
+             "Locale code that the platform reports, as 0415 (the user's; headless: 0409)", readLanguage);
     const auto readNow = [&options](const std::string& text) {
         const auto seconds = parseTime(text);
         options.now = text;
@@ -91,17 +91,23 @@ void addOptions(CLI::App& app, Options& options) {
         return seconds.has_value();
     };
     addValue(app, "--now", "TIME", "a time from 1970 on, as 2003-05-17T09:05:00",
-             "Date and time in UTC before frame 1 (headless: 2000-01-01T00:00:00)", readNow);
+             "Date and time in UTC before frame 1 (the real one; headless: 2000-01-01T00:00:00)", readNow);
+    addNumber(app, "--ticks", "N", options.ticks, "Tick count before frame 1 (1000)");
     const auto readDepth = [&options](const std::string& text) {
         return readNumber(text, options.depth) && (options.depth == 15 || options.depth == 16);
     };
     addValue(app, "--depth", "15|16", "15 or 16", "Pixel format of the display (16)", readDepth);
-    const auto readLanguage = [&options](const std::string& text) {
-        options.language = text;
-        return isLanguage(text);
+    group("Without a window");
+    app.add_flag("--headless", options.headless, "No window: display in memory, virtual clock, scripted input");
+    addNumber(app, "--step", "MS", options.step, "How far virtual time moves before each frame (10)");
+    app.add_flag("--realtime", options.realtime, "Keep to the real clock, a frame every --step milliseconds");
+    group("Window");
+    app.add_flag("--fullscreen", options.fullScreen, "Fill the screen; Alt+Enter changes that at any time");
+    const auto readScale = [&options](const std::string& text) {
+        return readNumber(text, options.scale) && options.scale >= 1 && options.scale <= kMostScale;
     };
-    addValue(app, "--language", "CODE", "a code of four hexadecimal digits",
-             "Locale code that the platform reports, as 0415 (headless: 0409)", readLanguage);
+    addValue(app, "--scale", "N", "a whole number from 1 to 16", "Open a window N times the screen's size", readScale);
+    group("Recording");
     addText(app, "--input", "FILE", options.input, "Replay these events");
     addText(app, "--record", "FILE", options.record, "Write every event that goes in, as a file for --input");
     addText(app, "--hashes", "FILE", options.hashes, "Write the number of each frame and a hash of its screen");
@@ -109,7 +115,6 @@ void addOptions(CLI::App& app, Options& options) {
              "Write the screen after frame N as PNG, last:FILE after the last one; may be given several times",
              [&options](const std::string& text) { return readShot(text, options.shots); })
         ->take_all();
-    app.add_flag("--realtime", options.realtime, "Keep to the real clock, a frame every --step milliseconds");
     for (const char* name : kNotBuilt)
         app.add_option(name)->group("Not built yet")->type_name("VALUE");
     for (const char* name : kFlagsNotBuilt)
