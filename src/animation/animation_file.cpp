@@ -13,7 +13,6 @@
 
 namespace {
 
-constexpr std::int64_t kEventRecordSize = 67;
 constexpr std::int64_t kFrameRecordSize = 30;
 constexpr std::int64_t kEventNameSize = 32;
 constexpr std::int64_t kFrameHeaderSize = 52;
@@ -389,6 +388,11 @@ private:
             frame.setPlanes(frame.Size(), bpp, std::move(data), std::move(alpha));
             if (old == kCompressionRle) form = old;
         }
+        // A format that nothing converts leaves a frame, once drawn, with less than it tells.
+        const CXSize size = frame.Size();
+        const auto whole = static_cast<std::size_t>(__get_data_size(size.width, size.height, bpp));
+        if (frame.getCompression() == kCompressionRaw && frame.getData().size() < whole)
+            frame.setPlanes(size, bpp, {}, {});
         frame.Compress(form);
     }
 
