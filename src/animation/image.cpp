@@ -238,6 +238,7 @@ int CImage::Load(const CXString& name, bool convert) {
         CGraphicsObject::setFileName(name);
         if (convert) CGraphicsObject::Load(name);
     } else if (window_) {
+        CFileResolver::log("CImage -> ", true);
         window_->QuitOnError(this, name);
     }
     return error;

@@ -92,7 +92,8 @@ void CMC_Picture::adopt(CGraphicsObject* graphic, CPlayable* playable) {
 }
 
 void CMC_Picture::load(const CXString& name, bool preload) {
-    if (playable_ && playable_->getFileName().equalsIgnoreCase(name)) return;
+    // What is out of service would hold a picture that the unit frees before it.
+    if (isRetired() || (playable_ && playable_->getFileName().equalsIgnoreCase(name))) return;
     const ScriptScope scope;
     CRefreshScreen* screen = getScreen();
     const int priority = getPriority();
