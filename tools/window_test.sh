@@ -51,6 +51,7 @@ fail() {
 # The whole of a colour display, so that what the window shows is seen and not what it was asked to show.
 exec {numbers}<> <(:)
 Xvfb -displayfd "$numbers" -screen 0 1024x768x24 -nolisten tcp >"$work/xvfb.log" 2>&1 &
+display=$!
 read -r -t 30 number <&"$numbers" || fail "Xvfb doesn't start: $(cat "$work/xvfb.log")"
 export DISPLAY=:$number SDL_VIDEODRIVER=x11
 
@@ -76,4 +77,16 @@ grep -qF "$wanted" "$app/application.ini" || fail "wanted $wanted, got $(cat "$a
 "$programs/proscenium" "$app" --headless --frames 3 --shot "last:$work/headless.png" >/dev/null
 different=$(compare -metric AE "$work/window.png" "$work/headless.png" null: 2>&1 || true)
 [ "$different" = 0 ] || fail "$different pixels of the window differ from those of a run without one"
+# A display that goes away ends the run in order: what the application keeps is written.
+rm -f "$app/application.ini"
+"$programs/proscenium" "$app" -window --frames 6000 >"$work/out" 2>"$work/err" &
+player=$!
+window=$(timeout 30 xdotool search --sync --onlyvisible --name Proscenium | head -n 1) || fail "no window: $(cat "$work/err")"
+xdotool windowsize --sync "$window" 1 1
+kill -KILL "$display"
+status=0
+wait "$player" || status=$?
+[ $status -eq 1 ] || fail "without its display the host ended with $status: $(cat "$work/err")"
+grep -q LOG "$app/application.ini" || fail "what the application keeps was lost with the display"
+
 echo "window_test: the window shows, hears and ends as it should"

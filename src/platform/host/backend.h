@@ -28,6 +28,8 @@ public:
     // Lets the time of the next frame come. What the person has done since the last one.
     virtual std::vector<platform::Event> nextFrame(std::uint32_t number) = 0;
     virtual void frameDone() = 0;  // the screen may be shown
+    // What the run stands on is gone, and it is to end: no one can be asked any more.
+    virtual bool isLost() const { return false; }
 };
 
 std::unique_ptr<Backend> makeHeadlessBackend(const Options& options);

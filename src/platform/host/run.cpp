@@ -25,7 +25,7 @@ namespace host {
 
 namespace {
 
-constexpr int kNoDisplay = 1;  // exit status
+constexpr int kNoDisplay = 1;  // exit status: none could be made, or it went away
 
 std::optional<std::string> contentOf(const std::string& file) {
     struct stat status {};
@@ -163,7 +163,7 @@ void loop(const Options& options, const std::vector<Event>& replayed, Stage& sta
         const bool leave = stage.frame();
         outputs.frame(number, backend.display());
         backend.frameDone();
-        if (leave || backend.shell().quitPosted()) return;
+        if (leave || backend.shell().quitPosted() || backend.isLost()) return;
     }
 }
 
@@ -227,6 +227,10 @@ int run(const Options& options) {
         loop(options, input.events, stage, *backend, outputs);
         unwritten = outputs.finish(backend->display());
         stage.window().OnDestroy();
+    }
+    if (backend->isLost()) {
+        fmt::print(stderr, "proscenium: the display has gone away; what the application keeps was written\n");
+        return kNoDisplay;
     }
     return unwritten.empty() ? 0 : refuse(unwritten);
 }

@@ -70,6 +70,8 @@ public:
         return window_.takeEvents();
     }
 
+    bool isLost() const override { return window_.isLost(); }
+
     void frameDone() override {
         window_.show();
         if (window_.takePictureWish()) writePicture();

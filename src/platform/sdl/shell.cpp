@@ -20,6 +20,7 @@ void Shell::messageBox(std::string_view caption, std::string_view text, unsigned
     headless::StreamShell::messageBox(caption, text, flags);
     const std::string title = headless::toUtf8(caption), body = headless::toUtf8(text);
     if (++shown_[title + ": " + body] > 1) return;
+    if (window_.isLost()) return;
     const Uint32 kind = (flags & platform::kMessageStop) != 0 ? SDL_MESSAGEBOX_ERROR : SDL_MESSAGEBOX_INFORMATION;
     if (SDL_ShowSimpleMessageBox(kind, title.c_str(), body.c_str(), window_.handle()) != 0)
         std::fprintf(stderr, "message: %s: %s\n", title.c_str(), body.c_str());

@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "platform/sdl/display_loss.h"
 #include "platform/sdl/keys.h"
 
 namespace sdl {
@@ -62,6 +63,11 @@ void Window::Forget::operator()(SDL_Cursor* cursor) const { SDL_FreeCursor(curso
 Window::Window(const WindowOptions& options) : options_(options), screen_(options.bitsPerPixel) {}
 
 Window::~Window() {
+    if (lost_) {  // the X library doesn't survive that its dead connection is closed
+        for (auto& cursor : cursors_)
+            static_cast<void>(cursor.release());
+        return;
+    }
     for (auto& cursor : cursors_)
         cursor.reset();
     if (texture_) SDL_DestroyTexture(texture_);
@@ -95,6 +101,7 @@ bool Window::open(int width, int height) {
         window_ = SDL_CreateWindow(options_.title.c_str(), SDL_WINDOWPOS_CENTERED, SDL_WINDOWPOS_CENTERED,
                                    width * scale, height * scale, flags);
         if (!window_) return fail();
+        tellLossOfDisplay(window_, lost_);
         renderer_ = SDL_CreateRenderer(window_, -1, SDL_RENDERER_PRESENTVSYNC);
         if (!renderer_) renderer_ = SDL_CreateRenderer(window_, -1, SDL_RENDERER_SOFTWARE);
         if (!renderer_) return fail();
@@ -153,7 +160,7 @@ void Window::upload() {
 
 void Window::show() {
     const bool hasChanged = changed_.left < changed_.right && changed_.top < changed_.bottom;
-    if (!window_ || !texture_ || (!hasChanged && !isStale_)) return;
+    if (lost_ || !window_ || !texture_ || (!hasChanged && !isStale_)) return;
     if (hasChanged) upload();
     const Layout place = layout();
     const SDL_Rect target{place.left, place.top, place.width, place.height};
@@ -171,15 +178,17 @@ bool Window::keyState(std::array<std::uint8_t, 256>& keys) {
     return true;
 }
 
-void Window::setCursor(platform::CursorKind kind) { SDL_SetCursor(cursors_[static_cast<std::size_t>(kind)].get()); }
+void Window::setCursor(platform::CursorKind kind) {
+    if (!lost_) SDL_SetCursor(cursors_[static_cast<std::size_t>(kind)].get());
+}
 
 void Window::showCursor(bool show) {
     showCount_ += show ? 1 : -1;
-    SDL_ShowCursor(showCount_ >= 0 ? SDL_ENABLE : SDL_DISABLE);
+    if (!lost_) SDL_ShowCursor(showCount_ >= 0 ? SDL_ENABLE : SDL_DISABLE);
 }
 
 void Window::setCursorPosition(int x, int y) {
-    if (!window_ || !active_) return;
+    if (lost_ || !window_ || !active_) return;
     const Layout place = layout();
     int outputWidth = 0, outputHeight = 0, windowWidth = 0, windowHeight = 0;
     SDL_GetRendererOutputSize(renderer_, &outputWidth, &outputHeight);
@@ -202,10 +211,13 @@ platform::Event Window::at(EventKind kind, int x, int y) const {
     return {kind, point.x, point.y};
 }
 
-void Window::waitForEvent(int milliseconds) { SDL_WaitEventTimeout(nullptr, milliseconds); }
+void Window::waitForEvent(int milliseconds) {
+    if (!lost_) SDL_WaitEventTimeout(nullptr, milliseconds);
+}
 
 std::vector<platform::Event> Window::takeEvents() {
     std::vector<platform::Event> events = std::exchange(held_, {});
+    if (lost_) return events;
     SDL_Event event;
     while (SDL_PollEvent(&event) != 0)
         take(event, events);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <atomic>
 #include <memory>
 #include <string>
 #include <utility>
@@ -60,6 +61,8 @@ public:
     // Brings what has changed to the display.
     void show();
     bool isActive() const { return active_; }
+    // The display has gone away: nothing is shown and nothing comes in any more.
+    bool isLost() const { return lost_; }
     bool takePictureWish() { return std::exchange(pictureWished_, false); }  // F12 was pressed
     double refreshRate() const { return refreshRate_; }                      // in frames a second
     SDL_Window* handle() const { return window_; }
@@ -94,6 +97,7 @@ private:
     bool capsLock_ = false;
     bool active_ = true;
     bool pictureWished_ = false;
+    std::atomic<bool> lost_ = false;
     int showCount_ = 0;
     double refreshRate_ = 60.0;
 };
