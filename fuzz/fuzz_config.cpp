@@ -64,7 +64,7 @@ std::size_t linesLost(const std::string& before, const std::string& after) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static headless::HeadlessPlatform host;
     OneFile files;
-    platform::Platform withOneFile{host.clock, files, host.shell, host.input, host.display};
+    platform::Platform withOneFile{host.clock, files, host.shell, host.input, host.display, host.audio};
     platform::Platform* former = platform::install(&withOneFile);
 
     const std::string text(reinterpret_cast<const char*>(data), size);

@@ -36,7 +36,7 @@ void CAnimo::PlaySoundFX(int event, int index) {
     if ((animoFlags_ & kStreamedSounds) != 0) {
         const _anmFrameInfo3* info = getFrameInfo(event, index);
         if (!info || !info->sound || !info->sound->IsString() || !window_) return;
-        if (stream_) stream_->Close();
+        if (stream_) stream_->Pause();
         stream_ = std::make_unique<CSndStream>(window_, window_->GetSoundFXFullPath(*info->sound));
         stream_->Play(false);
         return;
@@ -147,7 +147,7 @@ void CAnimo::Stop() {
 void CAnimo::StopNoNotify() {
     if (!IsPlaying()) return;
     const ScriptScope scope;
-    if (stream_) stream_->Close();
+    if (stream_) stream_->Pause();
     const _annEventInfo3* event = eventAt(currentEvent_);
     const unsigned flags = event ? event->flags : 0U;
     if ((flags & kHideAtStop) != 0) Visible(false);

@@ -7,22 +7,12 @@
 #include "animation/graphic_methods.h"
 #include "definition/element.h"
 #include "frame/resources_manager.h"
-#include "frame/unit.h"
 #include "frame/window.h"
 #include "graphics/graphics_object.h"
 #include "graphics/refresh_screen.h"
 #include "script/lifetime.h"
 #include "sound/playable.h"
 #include "structure/scene.h"
-
-namespace {
-
-CResourcesManager* cacheOf(const CMC_Scene* scene) {
-    CUnit6* unit = scene ? scene->getUnit() : nullptr;
-    return unit ? unit->getResourcesManager() : nullptr;
-}
-
-}  // namespace
 
 // ORDER: as the keys are read.
 const PropertyRow<CMC_Picture::Properties> CMC_Picture::kProperties[] = {
@@ -80,7 +70,7 @@ void CMC_Picture::dropMedia() {
     if (own_) {
         if (CRefreshScreen* screen = getScreen()) *screen >> graphic;
         destroyLate(std::move(own_));
-    } else if (CResourcesManager* cache = cacheOf(getScene())) {
+    } else if (CResourcesManager* cache = getScene()->getResources()) {
         cache->remove(playable);
     }
 }
@@ -103,7 +93,7 @@ void CMC_Picture::load(const CXString& name, bool preload) {
         dropMedia();
     }
 
-    CResourcesManager* cache = name.IsString() ? cacheOf(getScene()) : nullptr;
+    CResourcesManager* cache = name.IsString() ? getScene()->getResources() : nullptr;
     if (CFileResolver* cached = cache ? cache->get(name) : nullptr) {
         if (fits(cached)) {
             adopt(dynamic_cast<CGraphicsObject*>(cached), dynamic_cast<CPlayable*>(cached));

@@ -29,6 +29,7 @@
 #include "sound/stream.h"
 #include "storage/big_file.h"
 #include "storage/path.h"
+#include "structure/application.h"
 
 namespace {
 
@@ -326,6 +327,12 @@ void CWindow::SetTimer(int id, unsigned period, CUnit6* unit, bool onlyActive) {
 }
 
 void CWindow::KillTimer(int id) { timer_->remove(id); }
+
+CMC_Scene* CWindow::getCurrentScene() const {
+    CMC_Application* application = application_ ? application_->getMCApplicationIfc() : nullptr;
+    CMC_Scene* episode = application ? application->getCurrentScene() : nullptr;
+    return episode ? episode->getCurrentScene() : nullptr;
+}
 
 CUnit6* CWindow::GetCurrentUnit() const { return unitContainer_ ? unitContainer_->getCurrentUnit() : nullptr; }
 

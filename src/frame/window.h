@@ -23,6 +23,7 @@ class CFile;
 class CGraphicsObject;
 class CKeyListener;
 class CKeyboard;
+class CMC_Scene;
 class CMessage;
 class CMouseListener;
 class CMusicPlayer;
@@ -187,6 +188,8 @@ public:
 
     static const CXString& getEXEPath() { return exePath; }  // with a backslash at its end
     static bool isPaused() { return paused; }
+    // The scene that is being played; null: none.
+    CMC_Scene* getCurrentScene() const;
     static void pause() { paused = true; }
     static void resume() { paused = false; }
     static void toLog(const CXString&, bool) {}  // drops the text

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
+#include "platform/audio.h"
 #include "platform/clock.h"
 #include "platform/display.h"
 #include "platform/files.h"
@@ -18,6 +19,7 @@ struct Platform {
     Shell& shell;
     Input& input;
     Display& display;
+    Audio& audio;
 };
 
 // The installed platform. Requires: one is installed.

@@ -22,6 +22,7 @@
 #include "script/object.h"
 #include "script/string.h"
 #include "script/timer.h"
+#include "sound/sound_object.h"
 #include "structure/scene.h"
 
 namespace {

@@ -19,6 +19,7 @@
 #include "script/system.h"
 #include "script/timer.h"
 #include "script/variable_runner.h"
+#include "sound/sound_object.h"
 #include "structure/application.h"
 #include "structure/episode.h"
 #include "structure/scene_runner.h"
@@ -30,7 +31,7 @@ Owned CMC_RunnerFactory::pDummyRunner, CMC_RunnerFactory::pVariableRunner, CMC_R
     CMC_RunnerFactory::pEpisodeRunner, CMC_RunnerFactory::pSceneRunner, CMC_RunnerFactory::pTimerRunner,
     CMC_RunnerFactory::pGroupRunner, CMC_RunnerFactory::pArrayRunner, CMC_RunnerFactory::pSystemRunner,
     CMC_RunnerFactory::pCNVLoaderRunner, CMC_RunnerFactory::pAnimoRunner, CMC_RunnerFactory::pImageRunner,
-    CMC_RunnerFactory::pMouseRunner, CMC_RunnerFactory::pKeyboardRunner;
+    CMC_RunnerFactory::pMouseRunner, CMC_RunnerFactory::pKeyboardRunner, CMC_RunnerFactory::pSoundRunner;
 
 namespace {
 
@@ -72,6 +73,7 @@ void CMC_RunnerFactory::initialize() {
     make<CMC_Image_Runner>(pImageRunner);
     make<CMC_Mouse_Runner>(pMouseRunner);
     make<CMC_Keyboard_Runner>(pKeyboardRunner);
+    make<CMC_Sound_Runner>(pSoundRunner);
     make<CMC_Groupped_Runner>(pGroupRunner);
     make<CMC_Array_Runner>(pArrayRunner);
     make<CMC_System_Runner>(pSystemRunner);

@@ -153,6 +153,8 @@ int CMC_Scene::getSubId(CMC_Scene* child) const { return subScenes_.find(child);
 
 CMC_Application* CMC_Scene::getMCApplication() { return parent_ ? parent_->getMCApplication() : nullptr; }
 
+CResourcesManager* CMC_Scene::getResources() const { return unit_ ? unit_->getResourcesManager() : nullptr; }
+
 CMC_Scene* CMC_Scene::find(const CXString& name) const {
     for (CXObject* object : subScenes_.elements())
         if (auto* scene = static_cast<CMC_Scene*>(object); scene->getName() == name) return scene;

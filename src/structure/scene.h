@@ -15,6 +15,7 @@ class CGraphicsObject;
 class CMC_Application;
 class CMC_DLLExModuleInterface;
 class CMElements;
+class CResourcesManager;
 class CUnit6;
 class CWindow;
 
@@ -63,6 +64,7 @@ public:
     CUnit6* getUnit() const { return unit_; }
     CWindow* getWindow() const { return window_; }
     void setParent(CMC_Scene* parent) { parent_ = parent; }
+    CResourcesManager* getResources() const;  // the unit's cache of media; null: no unit
     CMC_Scene* getParent() const { return parent_; }
     CXVector* getSubScenes() { return &subScenes_; }
     CXVector* getObjects() const { return objects_.get(); }  // in order of creation; null while not loaded

@@ -13,6 +13,7 @@
 #include "script/code_line.h"
 #include "script/lifetime.h"
 #include "script/method_table.h"
+#include "sound/script_level.h"
 #include "sound/sound_manager.h"
 #include "structure/scene.h"
 
@@ -78,15 +79,6 @@ CMC_Variable* createObject(const MethodCall& c) {
     return nullptr;
 }
 
-constexpr int kSilence = -10000;
-constexpr int kQuietest = -3099;
-
-// From the script's 0 to 800 to hundredths of a decibel.
-int volumeLevel(int volume) {
-    const int level = static_cast<int>((std::int64_t{volume} - 800) * 3200 / 800);
-    return level < kQuietest ? kSilence : level;
-}
-
 CMC_Variable* setMusicVolume(const MethodCall& c) {
     scene(c)->getWindow()->setMusicVolume(volumeLevel(c.integer(0)));
     return nullptr;
@@ -98,10 +90,7 @@ CMC_Variable* getMusicVolume(const MethodCall& c) {
 }
 
 CMC_Variable* setMusicPan(const MethodCall& c) {
-    const std::int64_t pan = (std::int64_t{c.integer(0)} - 400) * 3200 / 400;
-    scene(c)->getWindow()->setMusicPan(pan < kQuietest    ? kSilence
-                                       : pan > -kQuietest ? -kSilence
-                                                          : static_cast<int>(pan));
+    scene(c)->getWindow()->setMusicPan(panLevel(c.integer(0)));
     return nullptr;
 }
 

@@ -61,7 +61,7 @@ TEST(HostOptions, WrongOnesAreRefusedInOneLineThatNamesThem) {
         {"app --headless --shot -1:a.png", "'-1:a.png'"},
         {"app --headless --shot 1:a.png --shot x:b", "'x:b'"},
         {"app --headless=yes", "--headless"},
-        {"app --headless --audio a.wav", "--audio is not"},
+        {"app --audio a.wav", "--headless"},
         {"app --headless --resource a.big", "--resource is not"},
         {"app --headless --net 127.0.0.1", "--net is not"},
         {"app --headless --net-no-code", "--net-no-code is"},

@@ -29,6 +29,7 @@ constexpr Section kSections[] = {
     {"KEYBOARD",                                  101,   false},
     {"ANIMO",                                     2000,  false},
     {"IMAGE",                                     2008,  false},
+    {"SOUND",                                     2005,  false},
     {"GROUP",                                     3000,  false},
     {"ARRAY",                                     3001,  false},
     {"CNVLOADER",                                 12000, false},

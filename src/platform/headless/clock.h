@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
+#include <functional>
+
 #include "platform/clock.h"
 
 namespace headless {
@@ -15,7 +17,11 @@ public:
     void advance(std::uint32_t milliseconds) {
         ticks_ += milliseconds;
         elapsed_ += milliseconds;
+        if (follower_) follower_(milliseconds);
     }
+
+    // Moves with this clock; called behind each step.
+    void setFollower(std::function<void(std::uint32_t milliseconds)> follower) { follower_ = std::move(follower); }
 
     std::uint32_t ticks() const override { return ticks_; }
     std::int64_t utcSeconds() const override { return utcStart_ + static_cast<std::int64_t>(elapsed_ / 1000); }
@@ -23,6 +29,7 @@ public:
 
 private:
     std::uint32_t ticks_;
+    std::function<void(std::uint32_t)> follower_;
     std::int64_t utcStart_;
     std::uint64_t elapsed_ = 0;  // milliseconds; apart from the ticks, which wrap
 };

@@ -35,6 +35,7 @@ HeadlessPlatform::HeadlessPlatform(const Options& options)
       shell(options.messages, options.debug),
       display(options.bitsPerPixel),
       former_(platform::install(&platform_)) {
+    clock.setFollower([this](std::uint32_t milliseconds) { audio.advance(milliseconds); });
     shell.setLocaleCode(options.localeCode);
 }
 

@@ -4,6 +4,7 @@
 
 #include <string_view>
 
+#include "platform/headless/audio.h"
 #include "platform/headless/clock.h"
 #include "platform/headless/display.h"
 #include "platform/headless/files.h"
@@ -65,6 +66,7 @@ public:
     StreamShell shell;
     ScriptedInput input;
     MemoryDisplay display;
+    VirtualAudio audio;  // moves with the clock
 
     // The folder that was the current one at the start, in the system's form.
     const std::string& folder() const { return folder_.path(); }
@@ -73,7 +75,7 @@ public:
     bool write(const std::string& path, std::string_view content) const;
 
 private:
-    platform::Platform platform_{clock, files, shell, input, display};
+    platform::Platform platform_{clock, files, shell, input, display, audio};
     platform::Platform* former_;
 };
 

@@ -9,6 +9,7 @@
 
 #include "platform/display.h"
 #include "platform/event.h"
+#include "platform/headless/audio.h"
 #include "platform/headless/shell.h"
 #include "platform/host/options.h"
 
@@ -27,6 +28,8 @@ public:
     virtual void setCapsLock(bool on) = 0;
     // Lets the time of the next frame come. What the person has done since the last one.
     virtual std::vector<platform::Event> nextFrame(std::uint32_t number) = 0;
+    // Gets what is heard, as it is heard; a run in a window is heard by people.
+    virtual void setListener(headless::VirtualAudio::Listener) {}
     virtual void frameDone() = 0;  // the screen may be shown
     // What the run stands on is gone, and it is to end: no one can be asked any more.
     virtual bool isLost() const { return false; }

@@ -23,6 +23,9 @@ public:
     void setKey(int key, bool down) override { platform_.input.setKey(key, down); }
     void setCapsLock(bool on) override { platform_.input.setCapsLock(on); }
     void frameDone() override {}
+    void setListener(headless::VirtualAudio::Listener listener) override {
+        platform_.audio.setListener(std::move(listener));
+    }
 
     std::vector<platform::Event> nextFrame(std::uint32_t number) override {
         if (options_.realtime)

@@ -22,7 +22,7 @@ constexpr const char* kFooter =
     "Exit status: 0 after a run, 1 when there is no display, 2 when something named on the command line is wrong.";
 
 // Options that the host will have and that nothing stands behind yet.
-constexpr const char* kNotBuilt[] = {"--audio", "--resource", "--net"};
+constexpr const char* kNotBuilt[] = {"--resource", "--net"};
 constexpr const char* kFlagsNotBuilt[] = {"--net-no-code"};
 
 constexpr int kMostScale = 16;
@@ -111,6 +111,8 @@ void addOptions(CLI::App& app, Options& options) {
     addText(app, "--input", "FILE", options.input, "Replay these events");
     addText(app, "--record", "FILE", options.record, "Write every event that goes in, as a file for --input");
     addText(app, "--hashes", "FILE", options.hashes, "Write the number of each frame and a hash of its screen");
+    addText(app, "--audio", "FILE", options.audio,
+            "Headless: write what is heard as WAV, 44100 samples a second, 16 bits, stereo");
     addValue(app, "--shot", "N:FILE", "the number of a frame, or last, then a colon and a file",
              "Write the screen after frame N as PNG, last:FILE after the last one; may be given several times",
              [&options](const std::string& text) { return readShot(text, options.shots); })
@@ -237,6 +239,7 @@ ParsedCommandLine parseCommandLine(std::span<const char* const> arguments) {
     if (!missing.empty()) return refuse(missing);
     if (result.options.folder.empty()) return refuse("FOLDER is missing: the folder of the application to play");
     if (!result.options.headless) {
+        if (result.options.audio) return refuse("--audio writes what a run with --headless plays");
         if (app.count("--frames") == 0) result.options.frames = 0;
         if (app.count("--language") == 0) result.options.language = "";
         if (app.count("--now") == 0) {

@@ -35,6 +35,7 @@ struct Options {
     std::optional<std::string> input;
     std::optional<std::string> record;
     std::optional<std::string> hashes;
+    std::optional<std::string> audio;
     std::vector<Shot> shots;
 
     // What the library's own command line gets: the program's name and every argument behind FOLDER.

@@ -8,6 +8,7 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
+#include "platform/headless/mixer.h"
 #include "platform/host/picture.h"
 
 namespace host {
@@ -47,7 +48,9 @@ std::string Outputs::open() {
         if (!isWritable(shot.file)) return cannotWrite(shot.file);
     if (!openStream(hashes_, options_.hashes)) return cannotWrite(*options_.hashes);
     if (!openStream(record_, options_.record)) return cannotWrite(*options_.record);
+    if (!openStream(audio_, options_.audio)) return cannotWrite(*options_.audio);
     if (record_) writeRecordHead();
+    if (audio_) writeAudioHead();
     return "";
 }
 
@@ -61,6 +64,36 @@ void Outputs::writeRecordHead() {
         head += " " + inComment(options_.engineArguments[i]);
     head += "\n";
     std::fputs(head.c_str(), record_.get());
+}
+
+// Its lengths are those of what was heard so far.
+void Outputs::writeAudioHead() {
+    constexpr std::uint32_t kFrequency = headless::Mixer::kFrequency, kBlock = 4, kFormatLength = 16, kHeadLength = 36;
+    const auto text = [this](const char* tag) { std::fputs(tag, audio_.get()); };
+    const auto number = [this](std::uint32_t value, int bytes) {
+        for (int i = 0; i < bytes; ++i)
+            std::fputc(static_cast<int>(value >> (8 * i) & 0xFF), audio_.get());
+    };
+    text("RIFF");
+    number(kHeadLength + audioBytes_, 4);
+    text("WAVEfmt ");
+    number(kFormatLength, 4);
+    number(1, 2);  // PCM
+    number(2, 2);  // channels
+    number(kFrequency, 4);
+    number(kFrequency * kBlock, 4);
+    number(kBlock, 2);
+    number(16, 2);  // bits
+    text("data");
+    number(audioBytes_, 4);
+}
+
+// A file of this form ends at 4 GB; what comes behind is left out.
+void Outputs::hear(std::span<const std::int16_t> samples) {
+    constexpr std::uint32_t kMost = 0xFFFFFF00;
+    const std::size_t bytes = samples.size_bytes();
+    if (!audio_ || bytes > kMost - audioBytes_) return;
+    if (std::fwrite(samples.data(), 1, bytes, audio_.get()) == bytes) audioBytes_ += static_cast<std::uint32_t>(bytes);
 }
 
 void Outputs::record(const Event& event) {
@@ -84,6 +117,11 @@ std::string Outputs::finish(const platform::Display& display) {
                        shot.file, *shot.frame, lastFrame_);
     }
     if (hashes_) closeChecked(hashes_, *options_.hashes);
+    if (audio_) {
+        std::rewind(audio_.get());
+        writeAudioHead();
+        closeChecked(audio_, *options_.audio);
+    }
     if (record_) closeChecked(record_, *options_.record);
     return error_;
 }

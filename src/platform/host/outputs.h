@@ -4,6 +4,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <span>
 
 #include "platform/display.h"
 #include "platform/host/input_file.h"
@@ -23,6 +24,8 @@ public:
     void record(const Event& event);
     // After each frame, 0 for what comes before the first.
     void frame(std::uint32_t number, const platform::Display& display);
+    // What was heard, left and right in turn, since the last call.
+    void hear(std::span<const std::int16_t> samples);
     // After the last frame. "" or what couldn't be written; shots of frames that never came are told on standard error.
     std::string finish(const platform::Display& display);
 
@@ -34,12 +37,15 @@ private:
 
     void writeShot(const Shot& shot, const platform::Display& display);
     void writeRecordHead();
+    void writeAudioHead();
     void closeChecked(Stream& stream, const std::string& file);
     void fail(const std::string& file);
 
     const Options& options_;
     Stream record_;
     Stream hashes_;
+    Stream audio_;
+    std::uint32_t audioBytes_ = 0;
     std::uint32_t lastFrame_ = 0;
     std::string error_;  // the first one
 };

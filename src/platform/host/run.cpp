@@ -211,6 +211,8 @@ int run(const Options& options) {
     const std::unique_ptr<Backend> backend =
         options.headless ? makeHeadlessBackend(options) : makeWindowBackend(options, fullScreen);
     if (!backend) return refuse("proscenium: this host was built without a window: use --headless");
+    if (options.audio)
+        backend->setListener([&outputs](std::span<const std::int16_t> samples) { outputs.hear(samples); });
     std::string unwritten;
     {
         Stage stage(options, commandLine);

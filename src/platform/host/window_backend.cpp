@@ -12,6 +12,7 @@
 #include "platform/host/backend.h"
 #include "platform/host/picture.h"
 #include "platform/platform.h"
+#include "platform/sdl/audio.h"
 #include "platform/sdl/clock.h"
 #include "platform/sdl/shell.h"
 #include "platform/sdl/window.h"
@@ -67,6 +68,7 @@ public:
         // Time that was lost isn't made up.
         next_ = std::max(next_ + period, Clock::now());
         std::this_thread::sleep_until(next_);
+        audio_.advance(clock_.ticks() - std::exchange(lastTicks_, clock_.ticks()));
         return window_.takeEvents();
     }
 
@@ -95,8 +97,10 @@ private:
     sdl::Shell shell_;
     sdl::SystemClock clock_;
     headless::DiskFiles files_;
-    platform::Platform platform_{clock_, files_, shell_, window_, window_};
+    sdl::Audio audio_;
+    platform::Platform platform_{clock_, files_, shell_, window_, window_, audio_};
     platform::Platform* former_;
+    std::uint32_t lastTicks_ = clock_.ticks();
     Clock::time_point next_ = Clock::now();
 };
 
