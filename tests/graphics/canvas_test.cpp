@@ -313,9 +313,9 @@ TEST(Pattern, PlacesObjectsWhereTheyDontStand) {
     pattern.add("wrapped", 0, 65536, tile.get(), 0);
     EXPECT_EQ(easel.drawn(pattern, {40, 40}), std::vector<std::uint16_t>(1600)) << "65536 times 65536 isn't 0";
     pattern.setGrid({10, 10});
+    pattern.add("again", 2, 2, tile.get(), 0);
     pattern.remove(CXString("near"));
     easel.screen->validate();
-    pattern.add("again", 2, 2, tile.get(), 0);
     tile->Invalidate();
     EXPECT_EQ(easel.screen->getRefreshList()->size(), 1) << "still heard: other entries are of the same object";
     pattern.remove(tile.get());
