@@ -158,6 +158,7 @@ public:
     using CPlayable::SetGlobalPosition;
     const CXPoint& GetGlobalPosition() const { return globalPosition_; }
     CXPoint getPosition() const override { return globalPosition_; }
+    void placeAt(const CXPoint& position) override { globalPosition_ = position; }
     void setPosition(int x, int y) override { SetGlobalPosition(x, y); }
     void setPosition(const CXPoint& p) override { SetGlobalPosition(p.x, p.y); }
     void show() override { Visible(true); }

@@ -36,7 +36,7 @@ CXString upper(CXString text) { return text.Upper(); }
 }  // namespace
 
 CMC_Animo::CMC_Animo(CMC_Scene* scene, CMElement* element)
-    : CMC_Picture(scene, element, kType, {kOnCollision, kOnCollisionFinished}) {
+    : CMC_Picture(scene, element, kType, {kOnCollision, kOnCollisionFinished, kOnFocusOn}) {
     observer_ = this;
     readDefinition(element);
     fps_ = element->getPropertyIntValue("FPS");
@@ -47,7 +47,7 @@ CMC_Animo::CMC_Animo(CMC_Scene* scene, CMElement* element)
 }
 
 CMC_Animo::CMC_Animo(CMC_Scene* scene, std::unique_ptr<CAnimo6> animo)
-    : CMC_Picture(scene, mediaOf(std::move(animo)), kType, {kOnCollision, kOnCollisionFinished}) {
+    : CMC_Picture(scene, mediaOf(std::move(animo)), kType, {kOnCollision, kOnCollisionFinished, kOnFocusOn}) {
     observer_ = this;
     getAnimo()->addNotifier(this);
 }

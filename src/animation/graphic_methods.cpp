@@ -9,9 +9,9 @@
 
 namespace {
 
-CXRect edges(const MethodCall& call) {
-    const int left = call.integer(0), top = call.integer(1), right = call.integer(2);
-    return {left, top, right, call.integer(3)};
+CXRect edges(const MethodCall& call, int first = 0) {
+    const int left = call.integer(first), top = call.integer(first + 1), right = call.integer(first + 2);
+    return {left, top, right, call.integer(first + 3)};
 }
 
 // Where in its planes a point of the screen lies; none outside of the picture.
@@ -81,6 +81,24 @@ void mergeAlpha(const MethodCall& call, CGraphicsObject* object) {
     CGraphicsObject* drawn = object->getDrawn();
     drawn->mergeAlpha({x, y}, mask->getDrawn());
     if (drawn != object) object->Invalidate();
+}
+
+void save(const MethodCall& call, CGraphicsObject* picture) {
+    constexpr double kMostPixels = 1 << 24;
+    const CXString name = call.text(0);
+    const double scaleX = call.count() > 1 ? call.real(1) : 1.0, scaleY = call.count() > 2 ? call.real(2) : 1.0;
+    const CXRect part = call.count() > 3 ? edges(call, 3) : CXRect();
+    const bool isCut = part.Width() > 0 && part.Height() > 0, isScaled = scaleX != 1.0 || scaleY != 1.0;
+    if (!isCut && !isScaled) {
+        picture->Save(name, kCompressionRaw);
+        return;
+    }
+    CGraphicsObject copy(nullptr);
+    copy.Copy(picture);
+    if (isCut) copy.crop(part);
+    const bool isSane = copy.Size().width * scaleX * copy.Size().height * scaleY <= kMostPixels;
+    if (isScaled && isSane) copy.Scale(scaleX, scaleY);
+    copy.Save(name, kCompressionRaw);
 }
 
 int alphaAt(CGraphicsObject* object, int x, int y) {

@@ -11,8 +11,6 @@
 #include "frame/unit.h"
 #include "frame/window.h"
 #include "graphics/refresh_screen.h"
-#include "input/mouse.h"
-#include "script/lifetime.h"
 #include "script/method_table.h"
 #include "structure/scene.h"
 
@@ -21,7 +19,7 @@ namespace {
 constexpr std::array<std::string_view, 9> kSignals = {
     "ONINIT",    "ONDONE",     "ONSIGNAL", "ONCOLLISION", "ONCOLLISIONFINISHED",
     "ONFOCUSON", "ONFOCUSOFF", "ONCLICK",  "ONRELEASE"};
-enum Signal { kOnCollision = 3, kOnCollisionFinished, kOnFocusOn, kOnFocusOff, kOnClick, kOnRelease };
+enum Signal { kOnCollision = 3, kOnCollisionFinished, kOnFocusOn };
 
 CImage* imageOf(const MethodCall& call) { return static_cast<CMC_Image*>(call.object)->getImage(); }
 
@@ -75,14 +73,14 @@ static_assert(isMethodTable(kMethods));
 }  // namespace
 
 CMC_Image::CMC_Image(CMC_Scene* scene, CMElement* element)
-    : CMC_Picture(scene, element, kType, {kOnCollision, kOnCollisionFinished}) {
+    : CMC_Picture(scene, element, kType, {kOnCollision, kOnCollisionFinished, kOnFocusOn}) {
     readDefinition(element);
     CMC_Image::place();
     initializeBehaviours(scene, element);
 }
 
 CMC_Image::CMC_Image(CMC_Scene* scene, std::unique_ptr<CImage> image)
-    : CMC_Picture(scene, mediaOf(std::move(image)), kType, {kOnCollision, kOnCollisionFinished}) {}
+    : CMC_Picture(scene, mediaOf(std::move(image)), kType, {kOnCollision, kOnCollisionFinished, kOnFocusOn}) {}
 
 CImage* CMC_Image::getImage() const { return static_cast<CImage*>(getGraphic()); }
 
@@ -118,45 +116,6 @@ CXObject* CMC_Image::clone() {
 }
 
 std::span<const std::string_view> CMC_Image::getBehavioursList() const { return kSignals; }
-
-bool CMC_Image::onMouseMove(CXPoint point) {
-    const bool signals = isSignalUsed(kOnFocusOn) || isSignalUsed(kOnFocusOff);
-    if (!properties_.asButton || !isVisible() || !signals || !mouseAware_) return false;
-    const bool inside = holdsPoint(point);
-    if (inside == focus_) return false;
-    // A handler may take the object out: nothing of it is touched behind the scope.
-    const ScriptScope scope;
-    const bool changeCursor = changeCursor_;
-    CWindow* window = window_;
-    focus_ = inside;
-    onSignal(inside ? "ONFOCUSON" : "ONFOCUSOFF");
-    if (!changeCursor) return false;
-    if (inside) {
-        window->BeginActiveCursor();
-    } else {
-        window->EndActiveCursor();
-    }
-    return false;
-}
-
-bool CMC_Image::hears(int signal, CXPoint point) const {
-    return properties_.asButton && isVisible() && isSignalUsed(signal) && mouseAware_ && holdsPoint(point);
-}
-
-bool CMC_Image::onClick(int button, CXPoint point) {
-    if (!hears(kOnClick, point)) return false;
-    const ScriptScope scope;
-    const bool changeCursor = changeCursor_;
-    CWindow* window = window_;
-    fire(kOnClick, CMC_Mouse::getButton(button));
-    if (changeCursor) window->EndActiveCursor();
-    return false;
-}
-
-bool CMC_Image::onRelease(int button, CXPoint point) {
-    if (hears(kOnRelease, point)) fire(kOnRelease, CMC_Mouse::getButton(button));
-    return false;
-}
 
 void CMC_Image::show() {
     if (CImage* image = getImage()) image->show();

@@ -24,12 +24,6 @@ public:
     CXObject* clone() override;
     std::span<const std::string_view> getBehavioursList() const override;
 
-    using CMouseListener::onClick;
-    using CMouseListener::onRelease;
-    bool onMouseMove(CXPoint point) override;
-    bool onClick(int button, CXPoint point) override;
-    bool onRelease(int button, CXPoint point) override;
-
     // The script's methods.
     void show();
     void hide();
@@ -43,7 +37,6 @@ private:
     void place() override;
     Media makeMedia(const CXString& name, bool preload) override;
     bool fits(CFileResolver* cached) const override;
-    bool hears(int signal, CXPoint point) const;
 };
 
 class CMC_Image_Runner : public CMC_Runner {

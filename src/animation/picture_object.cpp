@@ -29,17 +29,14 @@ const PropertyRow<CMC_Picture::Properties> CMC_Picture::kProperties[] = {
 };
 
 CMC_Picture::CMC_Picture(CMC_Scene* scene, CMElement* element, int type, const SignalPlaces& signalPlaces)
-    : CMC_Object(scene, element, type), window_(scene->getWindow()), signalPlaces_(signalPlaces) {}
+    : CMC_MouseTarget(scene, element, type, signalPlaces.focusOn), signalPlaces_(signalPlaces) {}
 
 CMC_Picture::CMC_Picture(CMC_Scene* scene, Media media, int type, const SignalPlaces& signalPlaces)
-    : CMC_Object("clone", type),
-      window_(scene->getWindow()),
+    : CMC_MouseTarget(scene, "clone", type, signalPlaces.focusOn),
       signalPlaces_(signalPlaces),
       graphic_(media.owned.get()),
       playable_(media.playable),
-      own_(std::move(media.owned)) {
-    setScene(scene);
-}
+      own_(std::move(media.owned)) {}
 
 CMC_Picture::~CMC_Picture() { letGo(); }
 
@@ -136,24 +133,11 @@ void CMC_Picture::retire() {
 }
 
 void CMC_Picture::letGo() {
-    if (mouseAware_) window_->removeMouseListener(this);
-    mouseAware_ = false;
+    stopListening();
     if (!graphic_) return;
     removeCollisionsMonitoring();
     if (CCollisionInspector* inspector = window_->getCollisionInspectorInterface()) inspector->removeNotifier(this);
     dropMedia();
-}
-
-bool CMC_Picture::verifyBehaviour(const CXString& key) {
-    const std::string_view name = key.view();
-    const bool ofMouse =
-        name.starts_with("ONCLICK") || name.starts_with("ONRELEASE") || name == "ONFOCUSON" || name == "ONFOCUSOFF";
-    if (ofMouse && !mouseAware_ && !isRetired()) {
-        focus_ = false;
-        mouseAware_ = true;
-        window_->registerMouseListener(this, properties_.priority);
-    }
-    return CMC_Object::verifyBehaviour(key);
 }
 
 void CMC_Picture::serialize(CXArchive* archive) {
@@ -191,8 +175,6 @@ void CMC_Picture::onCollision(CGraphicsObject* moved, CGraphicsObject* met) {
 void CMC_Picture::onCollisionFinished(CGraphicsObject* moved, CGraphicsObject* met) {
     fireCollision(signalPlaces_.collisionFinished, moved, met);
 }
-
-bool CMC_Picture::holdsPoint(CXPoint point) const { return graphic_ && graphic_->GetBoundingBox().IsInRect(point); }
 
 void CMC_Picture::setPosition(int x, int y) {
     if (!graphic_) return;

@@ -5,9 +5,8 @@
 #include <memory>
 #include <utility>
 
+#include "animation/mouse_target.h"
 #include "graphics/collision_inspector.h"
-#include "input/mouse_listener.h"
-#include "script/object.h"
 #include "script/property_table.h"
 
 class CFileResolver;
@@ -22,18 +21,17 @@ class CWindow;
 //
 // Objects of one file share its picture through the unit's cache: what one of them moves or hides moves and hides for
 // all. A clone has a picture of its own over the same pixels.
-class CMC_Picture : public CMC_Object, public CCollisionObserver, public CMouseListener {
+class CMC_Picture : public CMC_MouseTarget, public CCollisionObserver {
 public:
     ~CMC_Picture() override;
 
     // Exchanges the picture, unless it is of that file already; its place among the others and its monitoring stay.
     void load(const CXString& name, bool preload);
-    void removeCollisionsMonitoring();                        // the flags stay
-    CGraphicsObject* getGraphic() const { return graphic_; }  // null once the object is out of service
+    void removeCollisionsMonitoring();  // the flags stay
+    CGraphicsObject* getGraphic() const override { return graphic_; }
 
     bool done(bool keep) override;
     void retire() override;
-    bool verifyBehaviour(const CXString& key) override;
     void serialize(CXArchive* archive) override;
     void onCollision(CGraphicsObject* moved, CGraphicsObject* met) override;
     void onCollisionFinished(CGraphicsObject* moved, CGraphicsObject* met) override;
@@ -74,7 +72,7 @@ protected:
     }
     // Where a type has the signals that both know.
     struct SignalPlaces {
-        int collision, collisionFinished;
+        int collision, collisionFinished, focusOn;
     };
     struct Properties {
         CXString fileName;
@@ -101,17 +99,15 @@ protected:
     virtual bool fits(CFileResolver* cached) const = 0;         // whether it is a picture of this type
     virtual void onExchanged() {}                               // another picture has come
     virtual CXString collisionQualifier() const { return {}; }  // asked for before the plain keys
-    bool holdsPoint(CXPoint point) const;
     void letGo();
     CPlayable* getPlayable() const { return playable_; }
     CRefreshScreen* getScreen() const;
 
-    CWindow* window_;
     CPlayableObserver* observer_ = nullptr;  // hears the picture, whichever it is
     Properties properties_;
-    bool focus_ = false;
-    bool mouseAware_ = false;
-    bool changeCursor_ = true;
+
+    bool isButton() const override { return properties_.asButton; }
+    int listenerPriority() const override { return properties_.priority; }
 
 private:
     static const PropertyRow<Properties> kProperties[];

@@ -109,6 +109,9 @@ public:
     virtual void removeInvalidateObserver(CInvalidateObserver* observer);
     virtual void notifyInvalidate(const CXRect* rect);
     virtual CGraphicsObject* getDrawn() { return this; }  // the one whose planes are drawn
+    // Stands there for a while, as `getPosition` tells it: without regard to the anchor, and nobody hears of it. For
+    // those who draw an object away from its place and put it back.
+    virtual void placeAt(const CXPoint& position) { position_ = position; }
 
     void Show() { Visible(true); }
     void Hide() { Visible(false); }
@@ -221,6 +224,7 @@ public:
 protected:
     void movedTo(const CXPoint& position);  // stores it and tells the collision inspector
     void markInvalidated() { invalidated_ = true; }
+    bool isMarkedInvalidated() const { return invalidated_; }
     void setWindow(CWindow* window) { window_ = window; }
     bool hasDrawablePixels() const { return data_ && size_.width > 0 && size_.height > 0; }
 

@@ -40,7 +40,8 @@ CRefreshScreen::~CRefreshScreen() {
 }
 
 void CRefreshScreen::put(CGraphicsObject* object, int priority) {
-    if (!object || queue_.find(object)) return;
+    // Scripts can name the compositor like any other picture.
+    if (!object || object == this || queue_.find(object)) return;
     object->SetCanvas(this);
     queue_.add(object, priority, 0);
     if (!object->isVisible()) return;

@@ -6,7 +6,11 @@
 #include <array>
 
 #include "animation/animo_object.h"
+#include "animation/canvas_object.h"
+#include "animation/canvas_observer_object.h"
 #include "animation/image_object.h"
+#include "animation/pattern_object.h"
+#include "animation/scroll_object.h"
 #include "definition/element.h"
 #include "input/keyboard_object.h"
 #include "input/mouse.h"

@@ -6,7 +6,11 @@
 #include <array>
 
 #include "animation/animo_object.h"
+#include "animation/canvas_object.h"
+#include "animation/canvas_observer_object.h"
 #include "animation/image_object.h"
+#include "animation/pattern_object.h"
+#include "animation/scroll_object.h"
 #include "definition/cnv_loader.h"
 #include "input/keyboard_object.h"
 #include "input/mouse.h"
@@ -29,9 +33,11 @@ using Owned = std::unique_ptr<CMC_Runner>;
 Owned CMC_RunnerFactory::pDummyRunner, CMC_RunnerFactory::pVariableRunner, CMC_RunnerFactory::pConditionRunner,
     CMC_RunnerFactory::pBehaviourRunner, CMC_RunnerFactory::pRandRunner, CMC_RunnerFactory::pAppRunner,
     CMC_RunnerFactory::pEpisodeRunner, CMC_RunnerFactory::pSceneRunner, CMC_RunnerFactory::pTimerRunner,
-    CMC_RunnerFactory::pGroupRunner, CMC_RunnerFactory::pArrayRunner, CMC_RunnerFactory::pSystemRunner,
-    CMC_RunnerFactory::pCNVLoaderRunner, CMC_RunnerFactory::pAnimoRunner, CMC_RunnerFactory::pImageRunner,
-    CMC_RunnerFactory::pMouseRunner, CMC_RunnerFactory::pKeyboardRunner, CMC_RunnerFactory::pSoundRunner;
+    CMC_RunnerFactory::pAnimoRunner, CMC_RunnerFactory::pImageRunner, CMC_RunnerFactory::pMouseRunner,
+    CMC_RunnerFactory::pKeyboardRunner, CMC_RunnerFactory::pSoundRunner, CMC_RunnerFactory::pGroupRunner,
+    CMC_RunnerFactory::pArrayRunner, CMC_RunnerFactory::pSystemRunner, CMC_RunnerFactory::pCNVLoaderRunner,
+    CMC_RunnerFactory::pCORunner, CMC_RunnerFactory::pCanvasRunner, CMC_RunnerFactory::pPatternRunner,
+    CMC_RunnerFactory::pScrollRunner;
 
 namespace {
 
@@ -74,6 +80,10 @@ void CMC_RunnerFactory::initialize() {
     make<CMC_Mouse_Runner>(pMouseRunner);
     make<CMC_Keyboard_Runner>(pKeyboardRunner);
     make<CMC_Sound_Runner>(pSoundRunner);
+    make<CMC_CanvasObserver_Runner>(pCORunner);
+    make<CMC_Canvas_Runner>(pCanvasRunner);
+    make<CMC_Pattern_Runner>(pPatternRunner);
+    make<CMC_Scroll_Runner>(pScrollRunner);
     make<CMC_Groupped_Runner>(pGroupRunner);
     make<CMC_Array_Runner>(pArrayRunner);
     make<CMC_System_Runner>(pSystemRunner);

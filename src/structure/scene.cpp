@@ -7,6 +7,7 @@
 
 #include "animation/animo.h"
 #include "animation/animo_object.h"
+#include "animation/canvas_observer_object.h"
 #include "animation/image.h"
 #include "animation/image_object.h"
 #include "definition/element.h"
@@ -15,6 +16,7 @@
 #include "frame/unit.h"
 #include "frame/window.h"
 #include "graphics/collision_inspector.h"
+#include "graphics/refresh_screen.h"
 #include "script/behaviour.h"
 #include "script/lifetime.h"
 #include "storage/archive.h"
@@ -132,6 +134,7 @@ CGraphicsObject* CMC_Scene::getGraphicsObject(const CXString& name) {
     const std::size_t mark = name.view().find('#');
     const std::string_view objectName = name.view().substr(0, mark);
     CMC_Object* object = objectName.empty() ? nullptr : lookUp(objectName);
+    if (object && object->getType() == CMC_CanvasObserver::kType) return window_->GetRefreshScreenInterface();
     const CMC_Picture* picture = pictureOf(object);
     if (!picture) return nullptr;
     if (mark == std::string_view::npos || object->getType() != CMC_Animo::kType) return picture->getGraphic();
