@@ -52,7 +52,7 @@ public:
     virtual void setPosition(std::size_t offset) = 0;  // down to the beginning of a sample; past the end: the start
     virtual void setVolume(int volume) = 0;
     virtual void setPan(int pan) = 0;
-    virtual void setFrequency(int frequency) = 0;  // 100 to 100000; 0: the format's own; others are brought inside
+    virtual void setFrequency(int frequency) = 0;  // 100 to 200000; 0: the format's own; others are brought inside
 };
 
 // A call that comes again and again, from another thread where the platform has real time. When this is destroyed, no

@@ -18,7 +18,7 @@ constexpr int kGainBits = 14;  // a sample times a gain, times the number of voi
 constexpr int kFull = 1 << kGainBits;
 constexpr int kFractionBits = 32;
 constexpr std::uint64_t kOneSample = std::uint64_t{1} << kFractionBits;
-constexpr int kLowest = 100, kHighest = 100'000;  // frequencies
+constexpr int kLowest = 100, kHighest = 200'000;  // frequencies
 
 int gainOf(int hundredths) {
     if (hundredths <= SoundBuffer::kSilence) return 0;
@@ -27,7 +27,6 @@ int gainOf(int hundredths) {
 
 struct Sides {
     int left = kFull, right = kFull;
-    bool operator==(const Sides&) const = default;
 };
 
 template <int Bits>
@@ -95,7 +94,8 @@ public:
         if (playing_) return;
         playing_ = true;
         // The beginning of a sound is its own; anywhere else it comes in softly.
-        now_ = position_ < kOneSample ? wanted_ : Sides{0, 0};
+        ramped_ = position_ < kOneSample ? Mixer::kRamp : 0;
+        from_ = {0, 0};
         mixer_.playing_.push_back(this);
     }
 
@@ -124,7 +124,8 @@ public:
         if (position_ >> kFractionBits >= samples_) position_ = 0;
         if (!wasPlaying) return;
         playing_ = true;
-        now_ = {0, 0};
+        ramped_ = 0;
+        from_ = {0, 0};
         mixer_.playing_.push_back(this);
     }
 
@@ -164,18 +165,23 @@ private:
 
     void setGains() {
         const int all = std::clamp(volume_, kSilence, 0);
+        from_ = gain(ramped_);
+        ramped_ = playing_ ? 0 : Mixer::kRamp;
         wanted_.left = gainOf(pan_ > 0 ? std::max(all - pan_, int{kSilence}) : all);
         wanted_.right = gainOf(pan_ < 0 ? std::max(all + pan_, int{kSilence}) : all);
-        if (!playing_) now_ = wanted_;
     }
 
     // Out of the mix. What would have followed fades away over a few milliseconds.
     void silence() {
         if (!playing_) return;
         const std::uint64_t position = position_;
-        const Sides wanted = std::exchange(wanted_, {0, 0});
+        const Sides wanted = wanted_;
+        from_ = gain(ramped_);
+        ramped_ = 0;
+        wanted_ = {0, 0};
         mixInto(mixer_.tail_);
-        wanted_ = now_ = wanted;
+        wanted_ = wanted;
+        ramped_ = Mixer::kRamp;
         position_ = position;
         playing_ = false;
         std::erase(mixer_.playing_, this);
@@ -185,50 +191,49 @@ private:
     bool add(std::span<std::int32_t> sums) {
         std::size_t done = 0;
         const std::size_t count = sums.size() / 2;
-        // The changing gain is a straight line over the ramp's length from wherever it stands.
-        const std::size_t ramp = now_ == wanted_ ? 0 : std::min<std::size_t>(count, Mixer::kRamp);
-        const Sides from = now_;
+        const std::uint64_t end = std::uint64_t{samples_} << kFractionBits;
+        const std::uint64_t last = end - kOneSample;
         while (done < count) {
-            // As far as neither the buffer's last sample nor the ramp's end is met.
-            const std::uint64_t last = std::uint64_t{samples_ - 1} << kFractionBits;
-            const std::size_t most = done < ramp ? ramp - done : count - done;
-            std::size_t run = 0;
-            if (position_ < last)
-                run = static_cast<std::size_t>(std::min<std::uint64_t>(most, (last - position_ - 1) / step_ + 1));
-            if (run > 0) {
-                if (done < ramp) {
-                    addRun<Bits, Channels, true>(sums.subspan(2 * done, 2 * run), from, done, ramp);
-                } else {
-                    addRun<Bits, Channels, false>(sums.subspan(2 * done, 2 * run), wanted_, 0, 1);
-                }
-                done += run;
-            } else {
+            // As far as neither the buffer's last sample nor the end of the ramp is met.
+            const bool isRamp = ramped_ < Mixer::kRamp;
+            const std::size_t most =
+                std::min(count - done, isRamp ? static_cast<std::size_t>(Mixer::kRamp - ramped_) : count);
+            std::size_t run = 1;
+            if (position_ >= last) {
                 // The last sample leads on to the first one, or to nothing.
-                addLast<Bits, Channels>(sums.data() + 2 * done, done < ramp ? between(from, done, ramp) : wanted_);
-                ++done;
-            }
-            if (position_ >> kFractionBits >= samples_) {
-                position_ = looping_ ? position_ % (std::uint64_t{samples_} << kFractionBits) : 0;
-                if (!looping_) {
-                    now_ = wanted_;
-                    return false;
+                addLast<Bits, Channels>(sums.data() + 2 * done);
+            } else {
+                run = static_cast<std::size_t>(std::min<std::uint64_t>(most, (last - position_ - 1) / step_ + 1));
+                const auto part = sums.subspan(2 * done, 2 * run);
+                if (isRamp) {
+                    addRun<Bits, Channels, true>(part);
+                } else {
+                    addRun<Bits, Channels, false>(part);
                 }
+            }
+            done += run;
+            if (isRamp) ramped_ += static_cast<int>(run);
+            if (position_ < end) continue;
+            position_ = looping_ ? position_ % end : 0;
+            if (!looping_) {
+                ramped_ = Mixer::kRamp;
+                return false;
             }
         }
-        if (ramp > 0) now_ = wanted_;
         return true;
     }
 
-    Sides between(const Sides& from, std::size_t at, std::size_t length) const {
-        const int i = static_cast<int>(at), n = static_cast<int>(length);
-        return {from.left + (wanted_.left - from.left) * i / n, from.right + (wanted_.right - from.right) * i / n};
+    // On a straight line from the gain before the last change to the wanted one.
+    Sides gain(int at) const {
+        return {from_.left + (wanted_.left - from_.left) * at / Mixer::kRamp,
+                from_.right + (wanted_.right - from_.right) * at / Mixer::kRamp};
     }
 
     // Samples with a next one beside them.
     template <int Bits, int Channels, bool Ramp>
-    void addRun(std::span<std::int32_t> sums, Sides gain, std::size_t at, std::size_t length) {
+    void addRun(std::span<std::int32_t> sums) {
         constexpr int kBytes = Bits / 8;
-        const Sides from = gain;
+        Sides sides = wanted_;
         const std::byte* data = data_.data();
         std::uint64_t position = position_;
         const std::uint64_t step = step_;
@@ -237,7 +242,7 @@ private:
         for (std::size_t i = 0; i < count; ++i) {
             const std::byte* here = data + (position >> kFractionBits) * (kBytes * Channels);
             const int fraction = static_cast<int>(static_cast<std::uint32_t>(position) >> 17);  // 15 bits
-            if constexpr (Ramp) gain = between(from, at + i, length);
+            if constexpr (Ramp) sides = gain(ramped_ + static_cast<int>(i));
             const int left0 = sampleAt<Bits>(here), left1 = sampleAt<Bits>(here + kBytes * Channels);
             const int left = left0 + (((left1 - left0) * fraction) >> 15);
             int right = left;
@@ -245,15 +250,15 @@ private:
                 const int right0 = sampleAt<Bits>(here + kBytes), right1 = sampleAt<Bits>(here + kBytes * 3);
                 right = right0 + (((right1 - right0) * fraction) >> 15);
             }
-            out[2 * i] += (left * gain.left) >> kGainBits;
-            out[2 * i + 1] += (right * gain.right) >> kGainBits;
+            out[2 * i] += (left * sides.left) >> kGainBits;
+            out[2 * i + 1] += (right * sides.right) >> kGainBits;
             position += step;
         }
         position_ = position;
     }
 
     template <int Bits, int Channels>
-    void addLast(std::int32_t* out, const Sides& gain) {
+    void addLast(std::int32_t* out) {
         constexpr int kBytes = Bits / 8;
         const std::byte* here = data_.data() + (position_ >> kFractionBits) * (kBytes * Channels);
         const int fraction = static_cast<int>(static_cast<std::uint32_t>(position_) >> 17);
@@ -263,8 +268,9 @@ private:
             return first + (((next - first) * fraction) >> 15);
         };
         const int left = sample(0);
-        out[0] += (left * gain.left) >> kGainBits;
-        out[1] += ((Channels == 2 ? sample(1) : left) * gain.right) >> kGainBits;
+        const Sides sides = gain(ramped_);
+        out[0] += (left * sides.left) >> kGainBits;
+        out[1] += ((Channels == 2 ? sample(1) : left) * sides.right) >> kGainBits;
         position_ += step_;
     }
 
@@ -277,7 +283,8 @@ private:
     std::uint64_t position_ = 0;  // in samples, with 32 bits behind the point
     std::uint64_t step_ = 0;
     int volume_ = 0, pan_ = 0;
-    Sides wanted_, now_;
+    Sides wanted_, from_;
+    int ramped_ = Mixer::kRamp;  // samples since the last change of gain
     bool playing_ = false, looping_ = false;
 };
 
@@ -285,7 +292,8 @@ Mixer::~Mixer() = default;
 
 std::unique_ptr<SoundBuffer> Mixer::createBuffer(std::size_t size, const SoundFormat& format) {
     const bool isKnown = (format.bitsPerSample == 8 || format.bitsPerSample == 16) &&
-                         (format.channels == 1 || format.channels == 2) && format.frequency > 0;
+                         (format.channels == 1 || format.channels == 2) && format.frequency > 0 &&
+                         format.frequency <= kHighest;
     if (!isKnown || size < static_cast<std::size_t>(format.blockAlign())) return nullptr;
     return std::make_unique<MixedBuffer>(*this, size, format);
 }
