@@ -20,8 +20,10 @@
 #include "script/group.h"
 #include "script/integer.h"
 #include "script/object.h"
+#include "script/path.h"
 #include "script/string.h"
 #include "script/timer.h"
+#include "script/vector.h"
 #include "structure/scene.h"
 
 namespace {

@@ -15,10 +15,12 @@
 #include "script/condition.h"
 #include "script/dummy_runner.h"
 #include "script/group.h"
+#include "script/path.h"
 #include "script/rand.h"
 #include "script/system.h"
 #include "script/timer.h"
 #include "script/variable_runner.h"
+#include "script/vector.h"
 #include "structure/application.h"
 #include "structure/episode.h"
 #include "structure/scene_runner.h"
@@ -30,7 +32,8 @@ Owned CMC_RunnerFactory::pDummyRunner, CMC_RunnerFactory::pVariableRunner, CMC_R
     CMC_RunnerFactory::pEpisodeRunner, CMC_RunnerFactory::pSceneRunner, CMC_RunnerFactory::pTimerRunner,
     CMC_RunnerFactory::pGroupRunner, CMC_RunnerFactory::pArrayRunner, CMC_RunnerFactory::pSystemRunner,
     CMC_RunnerFactory::pCNVLoaderRunner, CMC_RunnerFactory::pAnimoRunner, CMC_RunnerFactory::pImageRunner,
-    CMC_RunnerFactory::pMouseRunner, CMC_RunnerFactory::pKeyboardRunner;
+    CMC_RunnerFactory::pMouseRunner, CMC_RunnerFactory::pKeyboardRunner, CMC_RunnerFactory::pVectorRunner,
+    CMC_RunnerFactory::pPathRunner;
 
 namespace {
 
@@ -74,6 +77,8 @@ void CMC_RunnerFactory::initialize() {
     make<CMC_Keyboard_Runner>(pKeyboardRunner);
     make<CMC_Groupped_Runner>(pGroupRunner);
     make<CMC_Array_Runner>(pArrayRunner);
+    make<CMC_Vector_Runner>(pVectorRunner);
+    make<CMC_Path_Runner>(pPathRunner);
     make<CMC_System_Runner>(pSystemRunner);
     make<CMC_CNVLoader_Runner>(pCNVLoaderRunner);
 }

@@ -31,6 +31,8 @@ constexpr Section kSections[] = {
     {"IMAGE",                                     2008,  false},
     {"GROUP",                                     3000,  false},
     {"ARRAY",                                     3001,  false},
+    {"VECTOR",                                    2016,  false},
+    {"PATH",                                      2017,  false},
     {"CNVLOADER",                                 12000, false},
     {"Scene",                                     1002,  false},
     {"Episode",                                   1001,  false},
