@@ -21,6 +21,7 @@
 #include "script/integer.h"
 #include "script/object.h"
 #include "script/path.h"
+#include "script/queue.h"
 #include "script/string.h"
 #include "script/timer.h"
 #include "script/vector.h"

@@ -16,6 +16,7 @@
 #include "script/dummy_runner.h"
 #include "script/group.h"
 #include "script/path.h"
+#include "script/queue.h"
 #include "script/rand.h"
 #include "script/system.h"
 #include "script/timer.h"
@@ -33,7 +34,7 @@ Owned CMC_RunnerFactory::pDummyRunner, CMC_RunnerFactory::pVariableRunner, CMC_R
     CMC_RunnerFactory::pGroupRunner, CMC_RunnerFactory::pArrayRunner, CMC_RunnerFactory::pSystemRunner,
     CMC_RunnerFactory::pCNVLoaderRunner, CMC_RunnerFactory::pAnimoRunner, CMC_RunnerFactory::pImageRunner,
     CMC_RunnerFactory::pMouseRunner, CMC_RunnerFactory::pKeyboardRunner, CMC_RunnerFactory::pVectorRunner,
-    CMC_RunnerFactory::pPathRunner;
+    CMC_RunnerFactory::pPathRunner, CMC_RunnerFactory::pQueneRunner;
 
 namespace {
 
@@ -79,6 +80,7 @@ void CMC_RunnerFactory::initialize() {
     make<CMC_Array_Runner>(pArrayRunner);
     make<CMC_Vector_Runner>(pVectorRunner);
     make<CMC_Path_Runner>(pPathRunner);
+    make<CMC_Quene_Runner>(pQueneRunner);
     make<CMC_System_Runner>(pSystemRunner);
     make<CMC_CNVLoader_Runner>(pCNVLoaderRunner);
 }

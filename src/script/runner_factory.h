@@ -17,5 +17,6 @@ public:
 
     static std::unique_ptr<CMC_Runner> pDummyRunner, pVariableRunner, pConditionRunner, pBehaviourRunner, pRandRunner,
         pAppRunner, pEpisodeRunner, pSceneRunner, pTimerRunner, pAnimoRunner, pImageRunner, pMouseRunner,
-        pKeyboardRunner, pGroupRunner, pArrayRunner, pSystemRunner, pCNVLoaderRunner, pVectorRunner, pPathRunner;
+        pKeyboardRunner, pGroupRunner, pArrayRunner, pSystemRunner, pCNVLoaderRunner, pVectorRunner, pPathRunner,
+        pQueneRunner;
 };

@@ -33,6 +33,7 @@ constexpr Section kSections[] = {
     {"ARRAY",                                     3001,  false},
     {"VECTOR",                                    2016,  false},
     {"PATH",                                      2017,  false},
+    {"FIFO, LIFO",                                2018,  false},
     {"CNVLOADER",                                 12000, false},
     {"Scene",                                     1002,  false},
     {"Episode",                                   1001,  false},
