@@ -5,13 +5,11 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <string>
 
 #include "definition/element.h"
 #include "foundation/string_tokenizer.h"
 #include "frame/config.h"
 #include "frame/window.h"
-#include "platform/platform.h"
 #include "script/lifetime.h"
 #include "script/method_table.h"
 #include "storage/archive.h"
@@ -26,7 +24,6 @@ constexpr std::array<std::string_view, 4> kSignals = {"ONINIT", "ONDONE", "ONSIG
 constexpr int kOnChanged = 3;
 
 constexpr int kMostClones = 10000;    // named at once; a wrong number must not eat the machine
-constexpr int kMostTellings = 200;    // within one another
 constexpr int kLargestMin = 1000000;  // what an array without INTEGER elements has as its smallest
 
 CMC_Array& self(const MethodCall& c) { return static_cast<CMC_Array&>(*c.object); }
@@ -231,12 +228,8 @@ std::span<const std::string_view> CMC_Array::getBehavioursList() const { return 
 
 void CMC_Array::onChanged(int index) {
     if (!sendOnChange_ || isRunaway_ || isRetired() || !isSignalUsed(kOnChanged)) return;
-    if (tellings_ > kMostTellings) {
-        isRunaway_ = true;
-        platform::current().shell.debugOutput("array " + std::string(getName().view()) +
-                                              ": its changes call each other without end, they are told no more");
-        return;
-    }
+    // Handlers that change the array without end would else go down anew from each of many elements.
+    if (!ScriptScope::mayEnter()) return static_cast<void>(isRunaway_ = true);
     fire(kOnChanged, CXString::toString(index));
 }
 

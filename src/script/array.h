@@ -114,7 +114,7 @@ private:
     int marker_ = -1;
     bool sendOnChange_ = false;
     int tellings_ = 0;        // operations that tell changes, one within the handlers of the other
-    bool isRunaway_ = false;  // they are too many: nothing is told until the outermost one ends
+    bool isRunaway_ = false;  // too deep in one another: nothing is told until the outermost one ends
 };
 
 class CMC_Array_Runner : public CMC_Runner {
