@@ -337,11 +337,15 @@ void CMC_Array::setMarkerPos(int pos) { marker_ = std::clamp(pos, -1, getSize() 
 void CMC_Array::calculate(int index, CMC_Variable* value, Operation op) {
     CMC_Variable* element = get(index);
     if (element == nullptr || value == nullptr) return;
-    const Telling telling(*this);
     CMC_Variable* result = element->calculate(value, op);
     element->set(result);
     flush(result);
     onChanged(index);
+}
+
+void CMC_Array::calculateAt(int index, CMC_Variable* value, Operation op) {
+    const Telling telling(*this);
+    calculate(index, value, op);
 }
 
 void CMC_Array::calculateAll(CMC_Variable* value, Operation op) {
@@ -371,11 +375,11 @@ void CMC_Array::suba(CXString array, int from, int to) { calculateWith(array, fr
 void CMC_Array::mula(CXString array, int from, int to) { calculateWith(array, from, to, Operation::multiply); }
 void CMC_Array::diva(CXString array, int from, int to) { calculateWith(array, from, to, Operation::divide); }
 
-void CMC_Array::addat(int index, CMC_Variable* value) { calculate(index, value, Operation::add); }
-void CMC_Array::subat(int index, CMC_Variable* value) { calculate(index, value, Operation::subtract); }
-void CMC_Array::mulat(int index, CMC_Variable* value) { calculate(index, value, Operation::multiply); }
-void CMC_Array::divat(int index, CMC_Variable* value) { calculate(index, value, Operation::divide); }
-void CMC_Array::modat(int index, CMC_Variable* value) { calculate(index, value, Operation::modulo); }
+void CMC_Array::addat(int index, CMC_Variable* value) { calculateAt(index, value, Operation::add); }
+void CMC_Array::subat(int index, CMC_Variable* value) { calculateAt(index, value, Operation::subtract); }
+void CMC_Array::mulat(int index, CMC_Variable* value) { calculateAt(index, value, Operation::multiply); }
+void CMC_Array::divat(int index, CMC_Variable* value) { calculateAt(index, value, Operation::divide); }
+void CMC_Array::modat(int index, CMC_Variable* value) { calculateAt(index, value, Operation::modulo); }
 
 void CMC_Array::clampAt(int index, CMC_Variable* low, CMC_Variable* high) {
     const auto clamp = [](auto* element, const auto& least, const auto& most) {
@@ -430,21 +434,22 @@ bool CMC_Array::compareArr(CMC_Array* other) {
 int CMC_Array::getMin() {
     int least = kLargestMin;
     for (const auto& value : values_)
-        if (value->getType() == CMC_Integer::kType) least = std::min(least, value->asInteger());
+        if (value->getType() == CMC_Integer::kType) least = std::min(least, CMC_Integer::readOf(value.get()));
     return least;
 }
 
 int CMC_Array::getMax() {
     int most = 0;
     for (const auto& value : values_)
-        if (value->getType() == CMC_Integer::kType) most = std::max(most, value->asInteger());
+        if (value->getType() == CMC_Integer::kType) most = std::max(most, CMC_Integer::readOf(value.get()));
     return most;
 }
 
 int CMC_Array::getSumValue() {
     int sum = 0;
     for (const auto& value : values_)
-        if (value->getType() == CMC_Integer::kType) sum = CMC_Integer::compute(sum, value->asInteger(), Operation::add);
+        if (value->getType() == CMC_Integer::kType)
+            sum = CMC_Integer::compute(sum, CMC_Integer::readOf(value.get()), Operation::add);
     return sum;
 }
 

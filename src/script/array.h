@@ -103,7 +103,8 @@ private:
     void append(CMC_Variable* value);
     bool holds(int index) const { return index >= 0 && static_cast<std::size_t>(index) < values_.size(); }
     CMC_Variable* moveMarker(std::int64_t to);
-    void calculate(int index, CMC_Variable* value, Operation op);
+    void calculate(int index, CMC_Variable* value, Operation op);  // within a Telling
+    void calculateAt(int index, CMC_Variable* value, Operation op);
     void calculateAll(CMC_Variable* value, Operation op);
     void calculateWith(const CXString& array, int from, int to, Operation op);
     void rotate(bool left, bool clears);
