@@ -38,25 +38,34 @@ struct Workload {
     const char* name;
     const char* statement;  // of the script
     const char* lua;        // the same, as a line of Lua
-    int copies = 100;       // of the statement in the block, and of the line in the chunk
-    int passes = 1;         // that each of them makes
+    int copies;             // of the statement in the block, and of the line in the chunk
+    int passes;             // that each of them makes
 };
 
-// In the scene: INTEGERs A and B, a STRING N that holds a name, and C, an INTEGER with handlers. In Lua: globals of the
-// same names, for any script can reach what a scene holds.
+// In the scene: INTEGERs A and B, a STRING N that holds a name, C, an INTEGER with handlers, and L and R, ARRAYs of
+// 10,000 numbers, those of R in disorder. In Lua: globals of the same names, for any script can reach what a scene
+// holds. What is sorted is R's numbers, which L takes by arithmetic.
+constexpr const char* kSumScript = "L^SUM(3);A^SET(L^GETSUMVALUE());";
+constexpr const char* kSumLua = "l:sum(3) a:set(l:total())";
+constexpr const char* kSortScript = "L^SUBA(\"L\");L^SUMA(\"R\");L^SORT(TRUE);A^ADD(L^GET(5000));";
+constexpr const char* kSortLua = "l:suba(l) l:suma(r) l:sort() a:add(l:get(5000))";
 constexpr Workload kWorkloads[] = {
-    {"bound_call",   "A^ADD(1);",                      "a:add(1)"                         },
-    {"nested_call",  "A^SET(B^GET());",                "a:set(b:get())"                   },
-    {"expression",   "A^SET([B+A*2]);",                "a:set((b.value + a.value) * 2)"   },
-    {"call_by_name", "*N^ADD(1);",                     "_G[n.value]:add(1)"               },
-    {"if_block",     "@IF(\"A\",_,1,{B^ADD(1);});",    "if a.value == 1 then b:add(1) end"},
-    {"loop",         "@LOOP({A^ADD(_I_);},0,1000,1);", "for i = 0, 999 do a:add(i) end",    1, 1000},
-    {"signal",          "C^ADD(1);",                                          "c:add(1)"                                                                     },
+    {"bound_call",   "A^ADD(1);",                      "a:add(1)",                          100, 1    },
+    {"nested_call",  "A^SET(B^GET());",                "a:set(b:get())",                    100, 1    },
+    {"expression",   "A^SET([B+A*2]);",                "a:set((b.value + a.value) * 2)",    100, 1    },
+    {"call_by_name", "*N^ADD(1);",                     "_G[n.value]:add(1)",                100, 1    },
+    {"if_block",     "@IF(\"A\",_,1,{B^ADD(1);});",    "if a.value == 1 then b:add(1) end", 100, 1    },
+    {"loop",         "@LOOP({A^ADD(_I_);},0,1000,1);", "for i = 0, 999 do a:add(i) end",    1,   1000 },
+    {"signal",       "C^ADD(1);",                      "c:add(1)",                          100, 1    },
+    {"array_sum",    kSumScript,                       kSumLua,                             1,   10000},
+    {"array_sort",   kSortScript,                      kSortLua,                            1,   10000},
 };
 
 std::string sceneText() {
     return lines("A", "INTEGER", "VALUE=1\n") + lines("B", "INTEGER", "VALUE=2\n") + lines("N", "STRING", "VALUE=A\n") +
-           lines("C", "INTEGER", "ONCHANGED={B^ADD(1);}\nONCHANGED^-1={B^SET(0);}\n");
+           lines("C", "INTEGER", "ONCHANGED={B^ADD(1);}\nONCHANGED^-1={B^SET(0);}\n") + lines("L", "ARRAY") +
+           lines("R", "ARRAY") +
+           lines("FILL", "BOOL", "ONINIT={@LOOP({L^ADD(_I_);R^ADD([_I_*7919%10007]);},0,10000,1);}\n");
 }
 
 constexpr const char* kPrelude = R"(
@@ -79,6 +88,23 @@ constexpr const char* kPrelude = R"(
         self.value = self.value + n
         self:fire("ONCHANGED", self.value)
         return self.value
+    end
+
+    local Array = {}
+    Array.__index = Array
+    function Array:get(i) return self[i + 1] end
+    function Array:sum(n) for i = 1, #self do self[i] = self[i] + n end end
+    function Array:suma(other) for i = 1, #self do self[i] = self[i] + other[i] end end
+    function Array:suba(other) for i = 1, #self do self[i] = self[i] - other[i] end end
+    function Array:sort() table.sort(self) end
+    function Array:total()
+        local sum = 0
+        for i = 1, #self do sum = sum + self[i] end
+        return sum
+    end
+    l, r = setmetatable({}, Array), setmetatable({}, Array)
+    for i = 0, 9999 do
+        l[i + 1], r[i + 1] = i, i * 7919 % 10007
     end
 
     a = setmetatable({value = 1}, Variable)

@@ -54,12 +54,12 @@ void CMC_CNVLoader::release(CXString fileName) {
     CMC_Object* found = scene->lookUp(fileName.view());
     if (found == nullptr || found->getType() != CMC_Groupped::kType) return;
     const ScriptScope scope;
-    for (CMC_Object* member : static_cast<CMC_Groupped*>(found)->getList()) {
-        for (int i = 1; i <= member->getClonesNo(); ++i) {
+    for (const Ref<CMC_Object>& member : static_cast<CMC_Groupped*>(found)->getList()) {
+        for (int i = 1; member && i <= member->getClonesNo(); ++i) {
             const CXString clone = member->getName() + "_" + CXString::toString(i);
             removeAndEnd(scene, scene->lookUp(clone.view()));
         }
-        removeAndEnd(scene, member);
+        removeAndEnd(scene, member.get());
     }
     CMC_Scene::discard(found);
 }

@@ -24,8 +24,11 @@
 #include "script/group.h"
 #include "script/integer.h"
 #include "script/object.h"
+#include "script/path.h"
+#include "script/queue.h"
 #include "script/string.h"
 #include "script/timer.h"
+#include "script/vector.h"
 #include "sound/sound_object.h"
 #include "structure/scene.h"
 

@@ -4,9 +4,11 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <vector>
 
 #include "foundation/random.h"
 #include "script/array.h"
+#include "script/lifetime.h"
 #include "script/method_table.h"
 #include "structure/scene.h"
 
@@ -22,14 +24,16 @@ CMC_Variable* get(const MethodCall& c) {
 CMC_Variable* getPlenty(const MethodCall& c) {
     CMC_Object* found = c.scene ? c.scene->getObject(c.text(0).c_str()) : nullptr;
     if (found == nullptr || found->getType() != CMC_Array::kType) return nullptr;
+    const int asked = c.integer(1);
     const int base = c.integer(2);
     const int span = c.integer(3);
-    const int asked = c.integer(1);
     const auto count =
         static_cast<int>(std::clamp<std::int64_t>(asked == 0 ? std::int64_t{span} - base : asked, 0, 1000));
-    const int* values = CXRandom::random_vector(base, span, count, c.truth(4));
-    for (int i = 0; i < count; ++i) {
-        CMC_Integer value(values[i]);
+    const int* drawn = CXRandom::random_vector(base, span, count, c.truth(4));
+    // What hears of the change may take the array away, or draw itself, into the same place.
+    const ScriptScope scope;
+    for (const int number : std::vector<int>(drawn, drawn + count)) {
+        CMC_Integer value(number);
         static_cast<CMC_Array*>(found)->add(&value);
     }
     return nullptr;

@@ -19,10 +19,13 @@
 #include "script/condition.h"
 #include "script/dummy_runner.h"
 #include "script/group.h"
+#include "script/path.h"
+#include "script/queue.h"
 #include "script/rand.h"
 #include "script/system.h"
 #include "script/timer.h"
 #include "script/variable_runner.h"
+#include "script/vector.h"
 #include "sound/sound_object.h"
 #include "structure/application.h"
 #include "structure/episode.h"
@@ -37,7 +40,8 @@ Owned CMC_RunnerFactory::pDummyRunner, CMC_RunnerFactory::pVariableRunner, CMC_R
     CMC_RunnerFactory::pKeyboardRunner, CMC_RunnerFactory::pSoundRunner, CMC_RunnerFactory::pGroupRunner,
     CMC_RunnerFactory::pArrayRunner, CMC_RunnerFactory::pSystemRunner, CMC_RunnerFactory::pCNVLoaderRunner,
     CMC_RunnerFactory::pCORunner, CMC_RunnerFactory::pCanvasRunner, CMC_RunnerFactory::pPatternRunner,
-    CMC_RunnerFactory::pScrollRunner;
+    CMC_RunnerFactory::pScrollRunner, CMC_RunnerFactory::pVectorRunner, CMC_RunnerFactory::pPathRunner,
+    CMC_RunnerFactory::pQueneRunner;
 
 namespace {
 
@@ -86,6 +90,9 @@ void CMC_RunnerFactory::initialize() {
     make<CMC_Scroll_Runner>(pScrollRunner);
     make<CMC_Groupped_Runner>(pGroupRunner);
     make<CMC_Array_Runner>(pArrayRunner);
+    make<CMC_Vector_Runner>(pVectorRunner);
+    make<CMC_Path_Runner>(pPathRunner);
+    make<CMC_Quene_Runner>(pQueneRunner);
     make<CMC_System_Runner>(pSystemRunner);
     make<CMC_CNVLoader_Runner>(pCNVLoaderRunner);
 }

@@ -66,8 +66,8 @@ std::span<const std::string_view> CMC_Timer::getBehavioursList() const { return 
 
 void CMC_Timer::onTimer(int) {
     if (!enabled_) return;
-    ++ticks_;
-    if (limit_ > 0 && ticks_ == limit_) enabled_ = false;  // this tick is still heard
+    ticks_ = CMC_Integer::compute(ticks_, 1, Operation::add);  // a script may have set the last number there is
+    if (limit_ > 0 && ticks_ == limit_) enabled_ = false;      // this tick is still heard
     fire(kOnTick, CXString::toString(ticks_));
 }
 

@@ -28,14 +28,13 @@ constexpr int kOnNetChange = 5;
 
 CMC_String breakText("break");
 
-// Where values of that scene are kept; null when the application has no configuration file.
+}  // namespace
+
 CConfig* configOf(CMC_Scene* scene) {
     CWindow* window = scene ? scene->getWindow() : nullptr;
     CApplication* application = window ? window->GetApplicationInterface() : nullptr;
     return application ? application->GetConfigInterface() : nullptr;
 }
-
-}  // namespace
 
 CMC_Variable* const CMC_Variable::breakValue_ = &breakText;
 

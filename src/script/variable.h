@@ -8,6 +8,8 @@
 
 #include "script/object.h"
 
+class CConfig;
+
 // The operators of expressions and of arithmetic methods, by their codes.
 enum class Operation { add = 1, subtract = 2, multiply = 3, divide = 4, modulo = 5 };
 
@@ -96,6 +98,9 @@ private:
     bool toIni_ = false;
     bool netNotify_ = false;
 };
+
+// Where values of that scene are kept; null when the application has no configuration file.
+CConfig* configOf(CMC_Scene* scene);
 
 // Truncated towards 0; brought to the ends of int, 0 for what is no number.
 int truncated(double value);
