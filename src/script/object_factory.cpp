@@ -6,6 +6,7 @@
 #include <array>
 
 #include "animation/animo_object.h"
+#include "animation/filter_object.h"
 #include "animation/image_object.h"
 #include "definition/element.h"
 #include "input/keyboard_object.h"

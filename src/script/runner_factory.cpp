@@ -6,6 +6,7 @@
 #include <array>
 
 #include "animation/animo_object.h"
+#include "animation/filter_object.h"
 #include "animation/image_object.h"
 #include "definition/cnv_loader.h"
 #include "input/keyboard_object.h"
@@ -32,8 +33,8 @@ Owned CMC_RunnerFactory::pDummyRunner, CMC_RunnerFactory::pVariableRunner, CMC_R
     CMC_RunnerFactory::pEpisodeRunner, CMC_RunnerFactory::pSceneRunner, CMC_RunnerFactory::pTimerRunner,
     CMC_RunnerFactory::pGroupRunner, CMC_RunnerFactory::pArrayRunner, CMC_RunnerFactory::pSystemRunner,
     CMC_RunnerFactory::pCNVLoaderRunner, CMC_RunnerFactory::pAnimoRunner, CMC_RunnerFactory::pImageRunner,
-    CMC_RunnerFactory::pMouseRunner, CMC_RunnerFactory::pKeyboardRunner, CMC_RunnerFactory::pVectorRunner,
-    CMC_RunnerFactory::pPathRunner;
+    CMC_RunnerFactory::pFilterRunner, CMC_RunnerFactory::pStaticFilterRunner, CMC_RunnerFactory::pMouseRunner,
+    CMC_RunnerFactory::pKeyboardRunner, CMC_RunnerFactory::pVectorRunner, CMC_RunnerFactory::pPathRunner;
 
 namespace {
 
@@ -73,6 +74,8 @@ void CMC_RunnerFactory::initialize() {
     make<CMC_Timer_Runner>(pTimerRunner);
     make<CMC_Animo_Runner>(pAnimoRunner);
     make<CMC_Image_Runner>(pImageRunner);
+    make<CMC_Filter_Runner>(pFilterRunner);
+    make<CMC_StaticFilter_Runner>(pStaticFilterRunner);
     make<CMC_Mouse_Runner>(pMouseRunner);
     make<CMC_Keyboard_Runner>(pKeyboardRunner);
     make<CMC_Groupped_Runner>(pGroupRunner);

@@ -16,6 +16,7 @@ public:
     static CMC_Runner* getRunner(int type);
 
     static std::unique_ptr<CMC_Runner> pDummyRunner, pVariableRunner, pConditionRunner, pBehaviourRunner, pRandRunner,
-        pAppRunner, pEpisodeRunner, pSceneRunner, pTimerRunner, pAnimoRunner, pImageRunner, pMouseRunner,
-        pKeyboardRunner, pGroupRunner, pArrayRunner, pSystemRunner, pCNVLoaderRunner, pVectorRunner, pPathRunner;
+        pAppRunner, pEpisodeRunner, pSceneRunner, pTimerRunner, pAnimoRunner, pImageRunner, pFilterRunner,
+        pStaticFilterRunner, pMouseRunner, pKeyboardRunner, pGroupRunner, pArrayRunner, pSystemRunner, pCNVLoaderRunner,
+        pVectorRunner, pPathRunner;
 };

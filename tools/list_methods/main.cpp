@@ -29,6 +29,8 @@ constexpr Section kSections[] = {
     {"KEYBOARD",                                  101,   false},
     {"ANIMO",                                     2000,  false},
     {"IMAGE",                                     2008,  false},
+    {"FILTER",                                    2014,  false},
+    {"STATICFILTER",                              2015,  false},
     {"GROUP",                                     3000,  false},
     {"ARRAY",                                     3001,  false},
     {"VECTOR",                                    2016,  false},
