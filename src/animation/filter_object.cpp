@@ -39,9 +39,7 @@ static_assert(isMethodTable(kStaticMethods));
 CMC_FilterObject::CMC_FilterObject(CMC_Scene* scene, int type) : CMC_Object("temp", type) { setScene(scene); }
 
 CMC_FilterObject::CMC_FilterObject(CMC_Scene* scene, CMElement* element, int type)
-    : CMC_Object(scene, element, type), action_(element->getPropertyValue("ACTION")) {
-    initializeBehaviours(scene, element);
-}
+    : CMC_Object(scene, element, type), action_(element->getPropertyValue("ACTION")) {}
 
 CWindow* CMC_FilterObject::getWindow() const { return getScene() ? getScene()->getWindow() : nullptr; }
 
@@ -82,6 +80,7 @@ CMC_Filter::CMC_Filter(CMC_Scene* scene) : CMC_FilterObject(scene, kType) {}
 
 CMC_Filter::CMC_Filter(CMC_Scene* scene, CMElement* element) : CMC_FilterObject(scene, element, kType) {
     CMC_Filter::makeEffect(getAction());
+    initializeBehaviours(scene, element);
 }
 
 void CMC_Filter::makeEffect(const CXString& action) {
@@ -118,6 +117,7 @@ CMC_StaticFilter::CMC_StaticFilter(CMC_Scene* scene) : CMC_FilterObject(scene, k
 
 CMC_StaticFilter::CMC_StaticFilter(CMC_Scene* scene, CMElement* element) : CMC_FilterObject(scene, element, kType) {
     CMC_StaticFilter::makeEffect(getAction());
+    initializeBehaviours(scene, element);
 }
 
 void CMC_StaticFilter::makeEffect(const CXString& action) { effect_ = makeStaticFilter(action, getWindow()); }
