@@ -23,7 +23,7 @@ HEADERS = {
     'script': {'foundation', 'storage', 'definition', 'frame'},
     'structure': {'foundation', 'definition', 'script'},
     'graphics': {'foundation', 'storage'},
-    'animation': {'foundation', 'storage', 'graphics', 'script', 'sound', 'input'},
+    'animation': {'foundation', 'storage', 'graphics', 'script', 'sound', 'input', 'frame'},
     'sound': {'foundation', 'storage', 'script', 'frame'},
     'text': {'foundation', 'storage', 'graphics', 'script'},
     'input': {'foundation', 'graphics', 'script'},
@@ -38,6 +38,7 @@ VALUES = {'graphics/geometry.h', 'frame/handles.h'}
 # Of an area above it, a lower one sees only these headers.
 ONLY = {
     ('script', 'frame'): {'frame/timer.h'},  # the receiver of timers, from which script objects derive
+    ('animation', 'frame'): {'frame/timer.h'},  # likewise, for effects that run
     ('sound', 'frame'): {'frame/timer.h'},  # likewise, for what is played at times of its own
 }
 

@@ -477,8 +477,27 @@ private:
 
 }  // namespace
 
-AnimationData::AnimationData() = default;
+AnimationData::AnimationData() : sounds(std::make_shared<Sounds>()) {}
 AnimationData::~AnimationData() = default;
+
+std::shared_ptr<AnimationData> AnimationData::copy() const {
+    auto result = std::make_shared<AnimationData>();
+    result->form = form;
+    result->bpp = bpp;
+    result->fps = fps;
+    result->objectFlags = objectFlags;
+    result->animationFlags = animationFlags;
+    result->opacity = opacity;
+    result->randomFramesNumber = randomFramesNumber;
+    result->author = author;
+    result->description = description;
+    result->compression = compression;
+    result->events = events;
+    for (const auto& frame : frames)
+        result->frames.push_back(std::make_unique<CFrame>(*frame));
+    result->sounds = sounds;
+    return result;
+}
 
 void AnimationData::makeDefaultEvents() {
     constexpr int kCount = 3;

@@ -84,8 +84,11 @@ struct AnimationData {
     _compression compression = kCompressionRaw;  // of the first frame, as stored
     std::vector<_annEventInfo3> events;
     std::vector<std::unique_ptr<CFrame>> frames;
-    std::vector<std::vector<std::unique_ptr<CSound4>>> sounds;  // for each event's frames; empty: none at all
+    using Sounds = std::vector<std::vector<std::unique_ptr<CSound4>>>;
+    std::shared_ptr<Sounds> sounds;  // for each event's frames; empty: none at all
 
+    // Frames of its own over the same planes, and the same sounds.
+    std::shared_ptr<AnimationData> copy() const;
     // Three events over all frames, the last one backwards.
     void makeDefaultEvents();
 };

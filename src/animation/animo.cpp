@@ -159,11 +159,11 @@ int CAnimo::Save3(CFile* file, _compression form) {
 void CAnimo::UpdateSoundFX() {
     currentSound_ = kNoSound;
     if (!data_) return;
-    data_->sounds.clear();
+    data_->sounds = std::make_shared<AnimationData::Sounds>();
     if ((animoFlags_ & kStreamedSounds) != 0 || !window_) return;
     int count = 0;
     for (const _annEventInfo3& event : data_->events) {
-        auto& row = data_->sounds.emplace_back(event.frames.size());
+        auto& row = data_->sounds->emplace_back(event.frames.size());
         for (std::size_t i = 0; i < event.infos.size(); ++i) {
             const std::optional<CXString>& name = event.infos[i].sound;
             if (!name || !name->IsString() || ++count > AnimationData::kMostSounds) continue;

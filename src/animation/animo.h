@@ -109,6 +109,8 @@ public:
     void AddFrame(CGraphicsObject* picture);  // a copy, at its position
     void RemoveFrame(int frame);
     void ExchangeFrames(int a, int b);  // the pictures; the events show the other one then
+    // Gives the animation frames of its own, so that clones don't see what is done to their pictures.
+    void ownFrames();
     void AddEvent(_annEventInfo3 event);
     void RemoveEvent(int event);
     void RemoveAllEvents();

@@ -18,6 +18,15 @@ void CAnimo::AddFrame(CGraphicsObject* picture) {
     data_->frames.push_back(std::move(frame));
 }
 
+void CAnimo::ownFrames() {
+    if (!data_ || data_.use_count() == 1) return;
+    // One of the others may have a frame decoded; the next time it is drawn that is done again.
+    for (const auto& frame : data_->frames)
+        frame->bringBackCompressed();
+    lastRefreshed_ = -1;
+    data_ = data_->copy();
+}
+
 void CAnimo::RemoveFrame(int frame) {
     if (frame < 0 || !GetFrame(frame)) return;
     Invalidate();

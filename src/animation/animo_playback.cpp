@@ -49,8 +49,8 @@ void CAnimo::PlaySoundFX(int event, int index) {
 }
 
 CSound4* CAnimo::soundAt(int event, int index) const {
-    if (!data_ || event < 0 || event >= std::ssize(data_->sounds)) return nullptr;
-    const auto& row = data_->sounds[static_cast<std::size_t>(event)];
+    if (!data_ || event < 0 || event >= std::ssize(*data_->sounds)) return nullptr;
+    const auto& row = (*data_->sounds)[static_cast<std::size_t>(event)];
     return index >= 0 && index < std::ssize(row) ? row[static_cast<std::size_t>(index)].get() : nullptr;
 }
 
@@ -59,13 +59,14 @@ CSound4* CAnimo::getCurrentSound() const { return soundAt(currentSound_.x, curre
 void CAnimo::ClearWAVEntry(int event, int index) {
     if (!getFrameInfo(event, index)) return;
     eventAt(event)->infos[static_cast<std::size_t>(index)].sound.reset();
-    if (soundAt(event, index)) data_->sounds[static_cast<std::size_t>(event)][static_cast<std::size_t>(index)].reset();
+    if (soundAt(event, index))
+        (*data_->sounds)[static_cast<std::size_t>(event)][static_cast<std::size_t>(index)].reset();
 }
 
 template <class Do>
 void CAnimo::forAllSounds(Do action) {
     if (!data_) return;
-    for (const auto& row : data_->sounds) {
+    for (const auto& row : *data_->sounds) {
         for (const auto& sound : row) {
             if (sound) action(*sound);
         }

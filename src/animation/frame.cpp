@@ -2,6 +2,13 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "animation/frame.h"
 
+CFrame::CFrame(const CFrame& other)
+    : CGraphicsObject(other.getWindow(), other),
+      storedForm(other.storedForm),
+      channelCount(other.channelCount),
+      framePosition_(other.framePosition_),
+      offset_(other.offset_) {}
+
 void CFrame::SetPosition(int x, int y) {
     offset_ = {};
     framePosition_ = {x, y};

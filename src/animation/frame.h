@@ -9,6 +9,8 @@
 class CFrame : public CGraphicsObject {
 public:
     explicit CFrame(CWindow* window) : CGraphicsObject(window) { setAutoClip(true); }
+    explicit CFrame(const CFrame& other);  // over the other's planes, as they are at the moment
+    CFrame& operator=(const CFrame&) = delete;
 
     CXPoint GetPosition() const override { return framePosition_; }
     CXPoint GetFramePosition() const { return framePosition_; }  // from the file, until it is moved

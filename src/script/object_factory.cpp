@@ -8,6 +8,7 @@
 #include "animation/animo_object.h"
 #include "animation/canvas_object.h"
 #include "animation/canvas_observer_object.h"
+#include "animation/filter_object.h"
 #include "animation/image_object.h"
 #include "animation/pattern_object.h"
 #include "animation/scroll_object.h"

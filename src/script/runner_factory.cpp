@@ -8,6 +8,7 @@
 #include "animation/animo_object.h"
 #include "animation/canvas_object.h"
 #include "animation/canvas_observer_object.h"
+#include "animation/filter_object.h"
 #include "animation/image_object.h"
 #include "animation/pattern_object.h"
 #include "animation/scroll_object.h"
@@ -41,7 +42,7 @@ Owned CMC_RunnerFactory::pDummyRunner, CMC_RunnerFactory::pVariableRunner, CMC_R
     CMC_RunnerFactory::pArrayRunner, CMC_RunnerFactory::pSystemRunner, CMC_RunnerFactory::pCNVLoaderRunner,
     CMC_RunnerFactory::pCORunner, CMC_RunnerFactory::pCanvasRunner, CMC_RunnerFactory::pPatternRunner,
     CMC_RunnerFactory::pScrollRunner, CMC_RunnerFactory::pVectorRunner, CMC_RunnerFactory::pPathRunner,
-    CMC_RunnerFactory::pQueneRunner;
+    CMC_RunnerFactory::pQueneRunner, CMC_RunnerFactory::pFilterRunner, CMC_RunnerFactory::pStaticFilterRunner;
 
 namespace {
 
@@ -81,6 +82,8 @@ void CMC_RunnerFactory::initialize() {
     make<CMC_Timer_Runner>(pTimerRunner);
     make<CMC_Animo_Runner>(pAnimoRunner);
     make<CMC_Image_Runner>(pImageRunner);
+    make<CMC_Filter_Runner>(pFilterRunner);
+    make<CMC_StaticFilter_Runner>(pStaticFilterRunner);
     make<CMC_Mouse_Runner>(pMouseRunner);
     make<CMC_Keyboard_Runner>(pKeyboardRunner);
     make<CMC_Sound_Runner>(pSoundRunner);

@@ -34,6 +34,8 @@ constexpr Section kSections[] = {
     {"PATTERN",                                   2021,  false},
     {"SCROLL",                                    2022,  false},
     {"CANVAS_OBSERVER",                           103,   false},
+    {"FILTER",                                    2014,  false},
+    {"STATICFILTER",                              2015,  false},
     {"GROUP",                                     3000,  false},
     {"ARRAY",                                     3001,  false},
     {"VECTOR",                                    2016,  false},
