@@ -220,10 +220,11 @@ CMC_Variable* insertAt(const MethodCall& c) {
     const int times = c.count() > 2 ? c.integer(2) : 1;
     constexpr std::int64_t kLongest = 16 << 20;  // no text of a script comes near it
     if (times <= 0 || std::int64_t{times} * what.GetLength() > kLongest) return nullptr;
-    CXString inserted;
-    for (int i = 0; i < times; ++i)
-        inserted += what;
-    text->setValue(text->getValue().Left(at) + inserted + text->getValue().Right(at));
+    std::string inserted;
+    inserted.reserve(static_cast<std::size_t>(times) * what.view().size());
+    for (int i = 0; i < times && !what.view().empty(); ++i)
+        inserted += what.view();
+    text->setValue(text->getValue().Left(at) + CXString(std::string_view(inserted)) + text->getValue().Right(at));
     return nullptr;
 }
 
