@@ -77,6 +77,28 @@ grep -qF "$wanted" "$app/application.ini" || fail "wanted $wanted, got $(cat "$a
 "$programs/proscenium" "$app" --headless --frames 3 --shot "last:$work/headless.png" >/dev/null
 different=$(compare -metric AE "$work/window.png" "$work/headless.png" null: 2>&1 || true)
 [ "$different" = 0 ] || fail "$different pixels of the window differ from those of a run without one"
+# The demo's puzzle, which stands still once somebody has clicked: two lamps, and what has become of all five.
+demo=$work/demo
+cp -R "$programs/demo-tree" "$demo"
+sed -i 's/^EVENING:STARTWITH=.*/EVENING:STARTWITH=LAMPS/' "$demo/Dane/application.def"
+cp -R "$demo" "$work/unseen"
+"$programs/proscenium" "$demo" -window --scale 1 --frames 6000 >"$work/out" 2>"$work/err" &
+player=$!
+window=$(timeout 30 xdotool search --sync --onlyvisible --name Proscenium | head -n 1) || fail "no window: $(cat "$work/err")"
+for x in 135 525; do xdotool mousemove --sync --window "$window" $x 370 click 1; done
+for _ in $(seq 50); do
+    if grep -q SWITCHES=2 "$demo/application.ini" 2>/dev/null; then break; fi
+    sleep 0.1
+done
+sleep 1.5  # until the lamps have brightened up
+import -window "$window" "$work/window.png"
+kill "$player"
+wait "$player" || true
+printf '9 move 135 370\n10 ldown 135 370\n19 move 525 370\n20 ldown 525 370\n' >"$work/clicks"
+"$programs/proscenium" "$work/unseen" --headless --frames 200 --input "$work/clicks" --shot "last:$work/headless.png" >/dev/null
+different=$(compare -metric AE "$work/window.png" "$work/headless.png" null: 2>&1 || true)
+[ "$different" = 0 ] || fail "$different pixels of the demo in a window differ from those of a run without one"
+
 # A display that goes away ends the run in order: what the application keeps is written.
 rm -f "$app/application.ini"
 "$programs/proscenium" "$app" -window --frames 6000 >"$work/out" 2>"$work/err" &

@@ -23,7 +23,7 @@ inline std::string formatBody(int channels, int rate, int bits, int tag = 1) {
     const int block = channels * bits / 8;
     return littleEndian(static_cast<std::uint32_t>(tag), 2) + littleEndian(static_cast<std::uint32_t>(channels), 2) +
            littleEndian(static_cast<std::uint32_t>(rate), 4) +
-           littleEndian(static_cast<std::uint32_t>(rate * block), 4) +
+           littleEndian(static_cast<std::uint32_t>(rate) * static_cast<std::uint32_t>(block), 4) +
            littleEndian(static_cast<std::uint32_t>(block), 2) + littleEndian(static_cast<std::uint32_t>(bits), 2);
 }
 
