@@ -26,6 +26,7 @@
 #include "script/object.h"
 #include "script/string.h"
 #include "script/timer.h"
+#include "sound/sequence_object.h"
 #include "sound/sound_object.h"
 #include "structure/scene.h"
 

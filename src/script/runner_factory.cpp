@@ -23,6 +23,7 @@
 #include "script/system.h"
 #include "script/timer.h"
 #include "script/variable_runner.h"
+#include "sound/sequence_object.h"
 #include "sound/sound_object.h"
 #include "structure/application.h"
 #include "structure/episode.h"
@@ -37,7 +38,7 @@ Owned CMC_RunnerFactory::pDummyRunner, CMC_RunnerFactory::pVariableRunner, CMC_R
     CMC_RunnerFactory::pKeyboardRunner, CMC_RunnerFactory::pSoundRunner, CMC_RunnerFactory::pGroupRunner,
     CMC_RunnerFactory::pArrayRunner, CMC_RunnerFactory::pSystemRunner, CMC_RunnerFactory::pCNVLoaderRunner,
     CMC_RunnerFactory::pCORunner, CMC_RunnerFactory::pCanvasRunner, CMC_RunnerFactory::pPatternRunner,
-    CMC_RunnerFactory::pScrollRunner;
+    CMC_RunnerFactory::pScrollRunner, CMC_RunnerFactory::pSequenceRunner;
 
 namespace {
 
@@ -79,6 +80,7 @@ void CMC_RunnerFactory::initialize() {
     make<CMC_Image_Runner>(pImageRunner);
     make<CMC_Mouse_Runner>(pMouseRunner);
     make<CMC_Keyboard_Runner>(pKeyboardRunner);
+    make<CMC_Sequence_Runner>(pSequenceRunner);
     make<CMC_Sound_Runner>(pSoundRunner);
     make<CMC_CanvasObserver_Runner>(pCORunner);
     make<CMC_Canvas_Runner>(pCanvasRunner);

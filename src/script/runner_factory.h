@@ -18,5 +18,5 @@ public:
     static std::unique_ptr<CMC_Runner> pDummyRunner, pVariableRunner, pConditionRunner, pBehaviourRunner, pRandRunner,
         pAppRunner, pEpisodeRunner, pSceneRunner, pTimerRunner, pAnimoRunner, pImageRunner, pMouseRunner,
         pKeyboardRunner, pSoundRunner, pGroupRunner, pArrayRunner, pSystemRunner, pCNVLoaderRunner, pCORunner,
-        pCanvasRunner, pPatternRunner, pScrollRunner;
+        pCanvasRunner, pPatternRunner, pScrollRunner, pSequenceRunner;
 };
