@@ -3,6 +3,7 @@
 #include "sound/sequence.h"
 
 #include <algorithm>
+#include <iterator>
 #include <unordered_set>
 
 #include "animation/animation_manager.h"
@@ -90,7 +91,8 @@ void CSequencedPlayable::breakCircles() {
         CSequencedPlayable* child = asSequence(link.get());
         if (!child) continue;
         if (onPath.contains(child)) {
-            child->dropParent(sequence);
+            const auto holder = std::ranges::find(path, child, &Visit::sequence);
+            child->setParent(holder == path.begin() ? nullptr : std::prev(holder)->sequence);
             link = {};
         } else if (seen.insert(child).second) {
             onPath.insert(child);
