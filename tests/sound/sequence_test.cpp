@@ -125,7 +125,7 @@ TEST(Sequence, AFileIsReadLineByLine) {
         stage.run("SQ^PLAY(\"GO\");");
         stage.frames(60);
         EXPECT_EQ(stage.log(), row.heard);
-        stage.run("SQ^HIDE();SQ^SHOW();@BOOL(\"P\",TRUE);S^REMOVE(\"SQ\");");
+        stage.run("SQ^HIDE();SQ^SHOW();S^REMOVE(\"SQ\");");
         stage.frames(2);
     }
 }
