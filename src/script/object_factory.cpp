@@ -30,6 +30,7 @@
 #include "script/string.h"
 #include "script/timer.h"
 #include "script/vector.h"
+#include "sound/sequence_object.h"
 #include "sound/sound_object.h"
 #include "structure/scene.h"
 

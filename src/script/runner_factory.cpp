@@ -27,6 +27,7 @@
 #include "script/timer.h"
 #include "script/variable_runner.h"
 #include "script/vector.h"
+#include "sound/sequence_object.h"
 #include "sound/sound_object.h"
 #include "structure/application.h"
 #include "structure/episode.h"
@@ -42,7 +43,8 @@ Owned CMC_RunnerFactory::pDummyRunner, CMC_RunnerFactory::pVariableRunner, CMC_R
     CMC_RunnerFactory::pArrayRunner, CMC_RunnerFactory::pSystemRunner, CMC_RunnerFactory::pCNVLoaderRunner,
     CMC_RunnerFactory::pCORunner, CMC_RunnerFactory::pCanvasRunner, CMC_RunnerFactory::pPatternRunner,
     CMC_RunnerFactory::pScrollRunner, CMC_RunnerFactory::pVectorRunner, CMC_RunnerFactory::pPathRunner,
-    CMC_RunnerFactory::pQueneRunner, CMC_RunnerFactory::pFilterRunner, CMC_RunnerFactory::pStaticFilterRunner;
+    CMC_RunnerFactory::pQueneRunner, CMC_RunnerFactory::pFilterRunner, CMC_RunnerFactory::pStaticFilterRunner,
+    CMC_RunnerFactory::pSequenceRunner;
 
 namespace {
 
@@ -86,6 +88,7 @@ void CMC_RunnerFactory::initialize() {
     make<CMC_StaticFilter_Runner>(pStaticFilterRunner);
     make<CMC_Mouse_Runner>(pMouseRunner);
     make<CMC_Keyboard_Runner>(pKeyboardRunner);
+    make<CMC_Sequence_Runner>(pSequenceRunner);
     make<CMC_Sound_Runner>(pSoundRunner);
     make<CMC_CanvasObserver_Runner>(pCORunner);
     make<CMC_Canvas_Runner>(pCanvasRunner);

@@ -87,6 +87,13 @@ public:
     void addParent() { ++parents_; }
     void subParent() { --parents_; }
     void setGenericNotifier(CPlayableObserver* observer) { genericNotifier_ = observer; }  // not owned; null: none
+    // For one that goes: what others have put in its place meanwhile stays.
+    void dropGenericNotifier(const CPlayableObserver* observer) {
+        if (genericNotifier_ == observer) genericNotifier_ = nullptr;
+    }
+    void dropParent(const CPlayable* parent) {
+        if (parent_ == parent) parent_ = nullptr;
+    }
     void addNotifier(CPlayableObserver* observer);  // unless it is listed; not owned
     void removeNotifier(CPlayableObserver* observer);
     void clearNotifiers() { notifiers_.clear(); }

@@ -17,8 +17,11 @@
 #include "frame/window.h"
 #include "graphics/collision_inspector.h"
 #include "graphics/refresh_screen.h"
+#include "script/array.h"
 #include "script/behaviour.h"
 #include "script/lifetime.h"
+#include "script/string.h"
+#include "sound/sequence_object.h"
 #include "storage/archive.h"
 #include "structure/application.h"
 
@@ -245,6 +248,23 @@ void CMC_Scene::removeMonitorCollisions(CGraphicsObject* object, CCollisionObser
     inspector->removeMonitoredObject(object);
     while (monitored_.contains(object))
         monitored_.remove(object);
+}
+
+// The names are taken first: what enters an array may be told to scripts.
+void CMC_Scene::getPlayingSeq(CMC_Array* names) {
+    std::vector<CXString> playing;
+    if (!table_) return;
+    for (CXObject* entry : table_->getAllValues()->elements()) {
+        auto* object = static_cast<CMC_Object*>(entry);
+        if (object->getType() == CMC_Sequence::kType && static_cast<CMC_Sequence*>(object)->isPlaying())
+            playing.push_back(object->getName());
+    }
+    const ScriptScope scope;
+    const Ref<CMC_Array> target(names);
+    for (const CXString& name : playing) {
+        CMC_String value("temp", name);
+        if (target) target->add(&value);
+    }
 }
 
 // BUTTON is the one word that makes something, once there are buttons.

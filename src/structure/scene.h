@@ -12,6 +12,7 @@
 
 class CCollisionObserver;
 class CGraphicsObject;
+class CMC_Array;
 class CMC_Application;
 class CMC_DLLExModuleInterface;
 class CMElements;
@@ -56,6 +57,7 @@ public:
     virtual void _goto(const CXString& name);             // with the next domodal; an unknown name takes a wish back
     virtual void monitorCollisions(CGraphicsObject* object, bool alpha, CCollisionObserver* observer);
     virtual void removeMonitorCollisions(CGraphicsObject* object, CCollisionObserver* observer);
+    virtual void getPlayingSeq(CMC_Array* names);  // adds the name of each SEQUENCE that plays
     virtual CMC_Object* createObject(const CXString& type, const CXString& name);  // null for a type it can't make
     virtual const CXString& getPath() const { return path_; }
     virtual void onInit();

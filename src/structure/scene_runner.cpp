@@ -8,6 +8,7 @@
 #include "frame/timer.h"
 #include "frame/window.h"
 #include "input/hot_spot.h"
+#include "script/array.h"
 #include "script/behaviour.h"
 #include "script/behaviour_runner.h"
 #include "script/code_line.h"
@@ -79,6 +80,12 @@ CMC_Variable* createObject(const MethodCall& c) {
     return nullptr;
 }
 
+CMC_Variable* getPlayingSeq(const MethodCall& c) {
+    CMC_Object* array = scene(c)->getObject(c.text(0).c_str());
+    if (array && array->getType() == CMC_Array::kType) scene(c)->getPlayingSeq(static_cast<CMC_Array*>(array));
+    return nullptr;
+}
+
 CMC_Variable* setMusicVolume(const MethodCall& c) {
     scene(c)->getWindow()->setMusicVolume(volumeLevel(c.integer(0)));
     return nullptr;
@@ -129,6 +136,7 @@ constexpr MethodRow kMethods[] = {
     {1,  "STARTMUSIC",       bind<&CMC_Scene::startMusic>    },
     {2,  "STOPMUSIC",        bind<&CMC_Scene::stopMusic>     },
     {3,  "GETDRAGGEDNAME",   bind<&CMC_Scene::getDraggedName>},
+    {4,  "GETPLAYINGSEQ",    {getPlayingSeq, "s"}            },
     {5,  "RUN",              {run, "ss*"}                    },
     {6,  "RUNCLONES",        {runClones, "siis*"}            },
     {7,  "CREATEOBJECT",     {createObject, "ss"}            },

@@ -30,6 +30,7 @@ constexpr Section kSections[] = {
     {"ANIMO",                                     2000,  false},
     {"IMAGE",                                     2008,  false},
     {"SOUND",                                     2005,  false},
+    {"SEQUENCE",                                  2004,  false},
     {"CANVAS",                                    2020,  false},
     {"PATTERN",                                   2021,  false},
     {"SCROLL",                                    2022,  false},
