@@ -56,7 +56,7 @@ public:
     virtual void _goto(const CXString& name);             // with the next domodal; an unknown name takes a wish back
     virtual void monitorCollisions(CGraphicsObject* object, bool alpha, CCollisionObserver* observer);
     virtual void removeMonitorCollisions(CGraphicsObject* object, CCollisionObserver* observer);
-    virtual CMC_Object* createObject(const CXString& type, const CXString& name);  // null for a type it can't make
+    virtual CMC_Object* createObject(const CXString& type, const CXString& name);  // "BUTTON"; null for others
     virtual const CXString& getPath() const { return path_; }
     virtual void onInit();
 
