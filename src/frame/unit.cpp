@@ -107,8 +107,11 @@ bool CUnit6::loseGoneObject() {
     if (draggedObject_ && (!wasListed || canvas_->GetPriority(draggedObject_) != -1)) return false;
     CControl* control = dragControl_;
     forgetDrag();
-    // The press has switched it off for the time of the drag.
-    if (control) control->Enable(true);
+    if (control) {
+        // The press has switched it off for the time of the drag.
+        control->Enable(true);
+        if (scene_) scene_->setDraggedName("");
+    }
     return true;
 }
 
