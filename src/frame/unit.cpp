@@ -9,6 +9,7 @@
 #include "graphics/refresh_screen.h"
 #include "input/edit_box.h"
 #include "input/keyboard.h"
+#include "script/lifetime.h"
 #include "structure/scene.h"
 
 namespace {
@@ -69,9 +70,7 @@ void CUnit6::startMusic() {
 void CUnit6::stopMusic() { window_->StopMusic(); }
 
 bool CUnit6::done(CUnitData*, CMC_Scene*, CUnit6*) {
-    dragging_ = false;
-    dragControl_ = nullptr;
-    draggedObject_ = nullptr;
+    forgetDrag();
     if (canvas_) {
         canvas_->flush();
         canvas_->SetBackground(static_cast<CGraphicsObject*>(nullptr));
@@ -97,21 +96,42 @@ bool CUnit6::onStartDragging(CGraphicsObject* object, CXPoint point, void* contr
     canvas_->SetPriority(object, kDraggedPriority);
     startPosition_ = object->GetPosition();
     draggedPoint_ = point;
+    const ScriptScope scope;
     if (dragControl_) dragControl_->onStartDragging(point);
     return true;
 }
 
 // An object that has left the screen meanwhile may be gone altogether: its drag ends without it.
 bool CUnit6::loseGoneObject() {
-    if (draggedPriority_ == -1 || canvas_->GetPriority(draggedObject_) != -1) return false;
+    const bool wasListed = draggedPriority_ != -1;
+    if (draggedObject_ && (!wasListed || canvas_->GetPriority(draggedObject_) != -1)) return false;
+    CControl* control = dragControl_;
+    forgetDrag();
+    if (control) {
+        // The press has switched it off for the time of the drag.
+        control->Enable(true);
+        if (scene_) scene_->setDraggedName("");
+    }
+    return true;
+}
+
+void CUnit6::forgetDrag() {
     dragging_ = false;
     draggedObject_ = nullptr;
     dragControl_ = nullptr;
+}
+
+bool CUnit6::forgetControl(const CControl* control) {
+    if (!dragging_ || dragControl_ != control) return false;
+    if (draggedObject_) canvas_->SetPriority(draggedObject_, draggedPriority_);
+    forgetDrag();
     return true;
 }
 
 bool CUnit6::onDragging(CXPoint point) {
     if (!dragging_ || loseGoneObject()) return false;
+    // Who hears of a collision or of the drag may remove what is dragged.
+    const ScriptScope scope;
     draggedObject_->Move(point - draggedPoint_);
     draggedPoint_ = point;
     if (dragControl_) dragControl_->onDragging(point);
@@ -120,14 +140,14 @@ bool CUnit6::onDragging(CXPoint point) {
 
 bool CUnit6::onEndDragging(CXPoint) {
     if (!dragging_ || loseGoneObject()) return false;
+    const ScriptScope scope;
     canvas_->SetPriority(draggedObject_, draggedPriority_);
     const CXPoint position = draggedObject_->GetPosition();
-    CControl* control = dragControl_;
-    if (control) control->Enable(true);
-    if (control) control->onEndDragging(position);
-    dragging_ = false;
-    draggedObject_ = nullptr;
-    dragControl_ = nullptr;
+    if (dragControl_) {
+        dragControl_->Enable(true);
+        dragControl_->onEndDragging(position);
+    }
+    forgetDrag();
     return true;
 }
 

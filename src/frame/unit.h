@@ -6,6 +6,7 @@
 
 #include "foundation/xvector.h"
 #include "graphics/geometry.h"
+#include "graphics/graphics_link.h"
 #include "input/control.h"
 #include "input/key_listener.h"
 #include "input/mouse_listener.h"
@@ -14,7 +15,6 @@
 
 class CApplication;
 class CEditBox6;
-class CGraphicsObject;
 class CMC_Scene;
 class CMElement;
 class CMElements;
@@ -92,6 +92,9 @@ public:
     bool getDraggingMode() const { return draggingMode_; }
     void setDraggingMode(bool endsOnClick) { draggingMode_ = endsOnClick; }  // false: on release
     void bringBackDraggingObjectPosition();
+    // For a control that goes out of service: a drag that it has begun ends where it stands, and nobody hears of that.
+    // False when there was none.
+    bool forgetControl(const CControl* control);
     void setBackgroundFileName(const CXString& name) { backgroundFileName_ = name; }
     int getRetCode() const { return returnCode_; }
     void setRetCode(int code) { returnCode_ = code; }
@@ -106,6 +109,7 @@ public:
 
 private:
     bool loseGoneObject();
+    void forgetDrag();
 
     CXString name_;
     bool dragging_ = false;
@@ -115,7 +119,7 @@ private:
     CXPoint draggedPoint_;
     CXPoint startPosition_;
     CControl* dragControl_ = nullptr;
-    CGraphicsObject* draggedObject_ = nullptr;
+    GraphicsLink draggedObject_;
     CApplication* application_;
     bool updated_ = false;
     CXString backgroundFileName_ = "bkg.img";

@@ -4,12 +4,15 @@
 
 #include <algorithm>
 
+#include "script/lifetime.h"
+
 void CControl::removeNotifier(CControlNotifier* notifier) {
     const auto it = std::find(notifiers_.begin(), notifiers_.end(), notifier);
     if (it != notifiers_.end()) notifiers_.erase(it);
 }
 
 void CControl::tell(void (CControlNotifier::*what)(CControl*, CXPoint), CXPoint point) {
+    const ScriptScope scope;
     const std::vector<CControlNotifier*> listed = notifiers_;
     for (CControlNotifier* notifier : listed) {
         const bool still = std::find(notifiers_.begin(), notifiers_.end(), notifier) != notifiers_.end();

@@ -27,8 +27,8 @@ public:
     virtual void onEndDragging(CControl*, CXPoint) {}
 };
 
-// The base of buttons: passes what happens to it on to its notifiers, in their order. A notifier may leave the list,
-// or take others from it, from inside a call.
+// The base of buttons and edit boxes: passes what happens to it on to its notifiers, in their order. A notifier may
+// leave the list, or take others from it, from inside a call. What it removes by script lives until the call is over.
 class CControl : public CXObject, public CKeyListener {
 public:
     explicit CControl(CWindow* window) : window_(window) {}

@@ -7,8 +7,8 @@
 
 #include "foundation/xvector.h"
 #include "graphics/geometry.h"
+#include "graphics/graphics_link.h"
 
-class CGraphicsObject;
 class CUnit6;
 class CWindow;
 
@@ -77,7 +77,7 @@ public:
     void SetID(int id) { id_ = id; }
     void SetParent(CXObject* parent) { parent_ = parent; }  // not owned
     void SetActiveRect(const CXRect& rect) { activeRect_ = rect; }
-    void Set(CGraphicsObject* graphic, _event events, int flags);  // not owned; null before it dies
+    void Set(CGraphicsObject* graphic, _event events, int flags);  // not owned; it may die
     int getEvents() const { return events_; }                      // the dispatch doesn't look at them
     int GetFlags() const { return flags_; }
     bool IsEnabled() const { return enabled_; }
@@ -112,7 +112,7 @@ private:
     CXObject* parent_ = nullptr;
     int id_ = -1;
     CXRect activeRect_;
-    CGraphicsObject* graphic_ = nullptr;
+    GraphicsLink graphic_;
     int flags_ = 0;
     int events_ = 0;
     bool enabled_ = true;

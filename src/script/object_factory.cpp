@@ -13,6 +13,7 @@
 #include "animation/pattern_object.h"
 #include "animation/scroll_object.h"
 #include "definition/element.h"
+#include "input/button_object.h"
 #include "input/keyboard_object.h"
 #include "input/mouse.h"
 #include "platform/platform.h"

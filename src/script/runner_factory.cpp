@@ -13,6 +13,7 @@
 #include "animation/pattern_object.h"
 #include "animation/scroll_object.h"
 #include "definition/cnv_loader.h"
+#include "input/button_object.h"
 #include "input/keyboard_object.h"
 #include "input/mouse.h"
 #include "script/array.h"
@@ -44,7 +45,7 @@ Owned CMC_RunnerFactory::pDummyRunner, CMC_RunnerFactory::pVariableRunner, CMC_R
     CMC_RunnerFactory::pCORunner, CMC_RunnerFactory::pCanvasRunner, CMC_RunnerFactory::pPatternRunner,
     CMC_RunnerFactory::pScrollRunner, CMC_RunnerFactory::pVectorRunner, CMC_RunnerFactory::pPathRunner,
     CMC_RunnerFactory::pQueneRunner, CMC_RunnerFactory::pFilterRunner, CMC_RunnerFactory::pStaticFilterRunner,
-    CMC_RunnerFactory::pSequenceRunner;
+    CMC_RunnerFactory::pSequenceRunner, CMC_RunnerFactory::pButtonRunner;
 
 namespace {
 
@@ -89,6 +90,7 @@ void CMC_RunnerFactory::initialize() {
     make<CMC_Mouse_Runner>(pMouseRunner);
     make<CMC_Keyboard_Runner>(pKeyboardRunner);
     make<CMC_Sequence_Runner>(pSequenceRunner);
+    make<CMC_Button_Runner>(pButtonRunner);
     make<CMC_Sound_Runner>(pSoundRunner);
     make<CMC_CanvasObserver_Runner>(pCORunner);
     make<CMC_Canvas_Runner>(pCanvasRunner);

@@ -18,6 +18,8 @@
 #include "graphics/collision_inspector.h"
 #include "graphics/refresh_screen.h"
 #include "script/array.h"
+#include "input/button.h"
+#include "input/button_object.h"
 #include "script/behaviour.h"
 #include "script/lifetime.h"
 #include "script/string.h"
@@ -269,6 +271,17 @@ void CMC_Scene::getPlayingSeq(CMC_Array* names) {
 
 // BUTTON is the one word that makes something, once there are buttons.
 CMC_Object* CMC_Scene::createObject(const CXString&, const CXString&) { return nullptr; }
+// BUTTON is the one word that makes something. A button so made belongs to no unit: it can't be dragged.
+CMC_Object* CMC_Scene::createObject(const CXString& type, const CXString& name) {
+    if (type != "BUTTON" || !table_) return nullptr;
+    auto button = std::make_unique<CButton>(window_, -1, nullptr, 0);
+    if (unit_) button->addNotifier(unit_);
+    button->SetDeleteFlags(false, false);  // what scripts give it is the scene's
+    button->Enable(true);
+    auto* object = new CMC_Button(this, std::move(button), name);
+    addObject(object);
+    return object;
+}
 
 void CMC_Scene::resolveDLLs(const CXString& names) {
     CStringTokenizer tokens(names, ",");

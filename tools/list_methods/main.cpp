@@ -27,6 +27,7 @@ constexpr Section kSections[] = {
     {"TIMER",                                     2007,  false},
     {"MOUSE",                                     100,   false},
     {"KEYBOARD",                                  101,   false},
+    {"BUTTON",                                    2001,  false},
     {"ANIMO",                                     2000,  false},
     {"IMAGE",                                     2008,  false},
     {"SOUND",                                     2005,  false},
