@@ -270,8 +270,6 @@ void CMC_Scene::getPlayingSeq(CMC_Array* names) {
 }
 
 // BUTTON is the one word that makes something, once there are buttons.
-CMC_Object* CMC_Scene::createObject(const CXString&, const CXString&) { return nullptr; }
-// BUTTON is the one word that makes something. A button so made belongs to no unit: it can't be dragged.
 CMC_Object* CMC_Scene::createObject(const CXString& type, const CXString& name) {
     if (type != "BUTTON" || !table_) return nullptr;
     auto button = std::make_unique<CButton>(window_, -1, nullptr, 0);

@@ -58,7 +58,6 @@ public:
     virtual void monitorCollisions(CGraphicsObject* object, bool alpha, CCollisionObserver* observer);
     virtual void removeMonitorCollisions(CGraphicsObject* object, CCollisionObserver* observer);
     virtual void getPlayingSeq(CMC_Array* names);  // adds the name of each SEQUENCE that plays
-    virtual CMC_Object* createObject(const CXString& type, const CXString& name);  // null for a type it can't make
     virtual CMC_Object* createObject(const CXString& type, const CXString& name);  // "BUTTON"; null for others
     virtual const CXString& getPath() const { return path_; }
     virtual void onInit();
