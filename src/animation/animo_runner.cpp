@@ -7,6 +7,7 @@
 #include "animation/animo_object.h"
 #include "animation/graphic_methods.h"
 #include "frame/unit.h"
+#include "sound/script_level.h"
 #include "structure/scene.h"
 
 namespace {
@@ -29,25 +30,6 @@ bool isNumber(const MethodCall& call, int i) { return call.value(i)->getType() =
 
 int eventOf(const MethodCall& call, const CAnimo& animo, int i) {
     return isNumber(call, i) ? call.integer(i) : animo.GetEventNo(call.text(i));
-}
-
-// 800 is the full level and 400 the middle of a panorama; what is nearly silent is silent.
-constexpr int kSilent = -10000;
-constexpr int kRange = 3200;
-constexpr int kNearlySilent = -3100;
-
-int volumeOf(int level) {
-    constexpr int kFull = 800;
-    const auto volume = static_cast<int>(std::clamp((static_cast<std::int64_t>(level) - kFull) * kRange / kFull,
-                                                    std::int64_t{kSilent}, std::int64_t{-kSilent}));
-    return volume <= kNearlySilent ? kSilent : volume;
-}
-
-int panningOf(int place) {
-    constexpr int kMiddle = 400;
-    const std::int64_t panning = (static_cast<std::int64_t>(place) - kMiddle) * kRange / kMiddle;
-    if (panning <= kNearlySilent) return kSilent;
-    return panning >= -kNearlySilent ? -kSilent : static_cast<int>(panning);
 }
 
 int largest(const CAnimo& animo, int (CFrame::*size)() const) {
@@ -144,8 +126,8 @@ int framesInEvent(const MethodCall& call, const CAnimo6& animo) { return animo.G
 int maxWidth(const MethodCall&, const CAnimo6& animo) { return largest(animo, &CFrame::Width); }
 int maxHeight(const MethodCall&, const CAnimo6& animo) { return largest(animo, &CFrame::Height); }
 int frameInEvent(const MethodCall&, const CAnimo6& animo) { return animo.GetCurrentFrameInSequence(); }
-void setVolume(const MethodCall& call, CAnimo6& animo) { animo.setVolume(volumeOf(call.integer(0))); }
-void setPan(const MethodCall& call, CAnimo6& animo) { animo.setPanning(panningOf(call.integer(0))); }
+void setVolume(const MethodCall& call, CAnimo6& animo) { animo.setVolume(volumeLevel(call.integer(0))); }
+void setPan(const MethodCall& call, CAnimo6& animo) { animo.setPanning(panLevel(call.integer(0))); }
 void setFreq(const MethodCall& call, CAnimo6& animo) { animo.setFrequency(call.integer(0)); }
 void clip(const MethodCall& call, CAnimo6& animo) { graphic::clip(call, &animo); }
 bool isNear(const MethodCall& call, CAnimo6& animo) { return graphic::isNear(call, &animo); }
