@@ -32,6 +32,8 @@
 #include "script/vector.h"
 #include "sound/sound_object.h"
 #include "structure/scene.h"
+#include "text/font_object.h"
+#include "text/text_object.h"
 
 namespace {
 

@@ -30,6 +30,8 @@ constexpr Section kSections[] = {
     {"ANIMO",                                     2000,  false},
     {"IMAGE",                                     2008,  false},
     {"SOUND",                                     2005,  false},
+    {"FONT",                                      2002,  false},
+    {"TEXT",                                      2006,  false},
     {"CANVAS",                                    2020,  false},
     {"PATTERN",                                   2021,  false},
     {"SCROLL",                                    2022,  false},
