@@ -11,6 +11,7 @@ namespace {
 
 constexpr std::uint32_t kMagic = 0x544E46;
 constexpr std::int64_t kMostPixels = 1 << 26;  // of a strip
+constexpr int kLongestSide = 1 << 24;
 
 // A column of this alpha or less doesn't hold the next letter off.
 constexpr int kFaint = 20;
@@ -40,7 +41,8 @@ bool read(ByteReader& reader, FontTables& font, std::string& reason) {
     if (!reader.ok()) return fail(reason, reader, "the header is cut off");
     if (font.size.width < 0 || font.size.height < 0) return fail(reason, reader, "a negative size");
     const std::int64_t pixels = static_cast<std::int64_t>(font.size.width) * font.size.height;
-    if (pixels > kMostPixels) return fail(reason, reader, "a strip that is too large");
+    if (pixels > kMostPixels || std::max(font.size.width, font.size.height) > kLongestSide)
+        return fail(reason, reader, "a strip that is too large");
     const auto left = static_cast<std::int64_t>(reader.left());
     // Two comparisons, for the product of two large counts has no room in any number.
     if (count < 0 || count > left || count * (count + 3) + pixels * 3 > left)

@@ -3,6 +3,7 @@
 #include "text/multiline_text.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <string>
 
 #include "frame/unit.h"
@@ -99,7 +100,7 @@ struct CMultilineText6::Break {
         append(" " + std::string(static_cast<std::size_t>(std::max(cells - 2, 0)), '_'));
         const auto left = static_cast<int>(std::clamp<std::int64_t>(width + blank, 0, INT32_MAX));
         text.makeEditBox(field, font, left, row);
-        width += 3 * blank + fieldWidth;
+        width += std::int64_t{3} * blank + fieldWidth;
     }
 };
 
@@ -129,7 +130,7 @@ int CMultilineText6::getLength() const {
 }
 
 int CMultilineText6::getHeight() const {
-    int height = 0;
+    std::int64_t height = 0;
     for (std::size_t i = 0; i < lines_.size(); ++i) {
         if (lines_[i]) {
             height += lines_[i]->Size().height;
@@ -137,7 +138,8 @@ int CMultilineText6::getHeight() const {
             height += font_->Height();
         }
     }
-    return lines_.size() < 2 ? height : height - kCountedCloser * (getLineCount() - 1);
+    if (lines_.size() > 1) height -= kCountedCloser * (std::int64_t{getLineCount()} - 1);
+    return static_cast<int>(std::clamp<std::int64_t>(height, INT32_MIN, INT32_MAX));
 }
 
 void CMultilineText6::setFont(CSimpleFont6* font) {

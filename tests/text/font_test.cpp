@@ -145,6 +145,7 @@ TEST_F(SimpleFont, ReadsLyingFilesAsEmpty) {
         {"a strip of all memory", with(4, INT32_MAX), 0},
         {"a negative width", with(4, -40), 0},
         {"a width that doesn't divide", with(4, 39), 4},
+        {"no pixels, of all heights", with(4, 0).replace(8, 4, "\xFF\xFF\xFF\x7F"), 0},
         {"no width", with(4, 0), 4},
         {"an unknown depth", with(12, 77), 4},
         {"something behind it", good + "more", 4},
