@@ -1,7 +1,7 @@
 # Sourced by play, check and .ci/run: what a fresh Debian machine needs, and how the tree is configured and built.
 # $top is the root of the tree.
 
-packages_build=(g++ cmake ninja-build libpng-dev libfmt-dev libcli11-dev libgtest-dev liblzo2-dev libsdl2-dev librsvg2-bin pkg-config python3)
+packages_build=(g++ cmake ninja-build libpng-dev libfmt-dev libcli11-dev libgtest-dev liblzo2-dev libsdl2-dev libfreetype-dev fonts-dejavu-core librsvg2-bin pkg-config python3)
 packages_ci=(clang clang-format clang-tidy libbenchmark-dev liblua5.4-dev libpixman-1-dev libclang-rt-14-dev git xvfb xdotool imagemagick)
 
 say() { printf '%s\n' "$*" >&2; }

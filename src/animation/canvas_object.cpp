@@ -13,13 +13,13 @@
 #include "script/lifetime.h"
 #include "script/method_table.h"
 #include "structure/scene.h"
+#include "text/text_object.h"
 
 namespace {
 
 constexpr std::array<std::string_view, 7> kSignals = {"ONINIT",     "ONDONE",  "ONSIGNAL", "ONFOCUSON",
                                                       "ONFOCUSOFF", "ONCLICK", "ONRELEASE"};
 constexpr int kOnFocusOn = 3;
-constexpr int kTextType = 2006;
 
 CMC_Canvas& canvas(const MethodCall& call) { return static_cast<CMC_Canvas&>(*call.object); }
 
@@ -138,7 +138,7 @@ void CMC_Canvas::add(const CXString& name, int priority) {
     if (!graphic) return;
     CMC_Object* object = getScene()->lookUp(name.view());
     const int type = object ? object->getType() : 0;
-    if (type == kTextType || type == CMC_Image::kType) captured_.emplace_back(object);
+    if (type == CMC_Text::kType || type == CMC_Image::kType) captured_.emplace_back(object);
     canvas_->add(graphic, priority);
 }
 

@@ -34,6 +34,8 @@
 #include "sound/sequence_object.h"
 #include "sound/sound_object.h"
 #include "structure/scene.h"
+#include "text/font_object.h"
+#include "text/text_object.h"
 
 namespace {
 

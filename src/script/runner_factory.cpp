@@ -33,6 +33,8 @@
 #include "structure/application.h"
 #include "structure/episode.h"
 #include "structure/scene_runner.h"
+#include "text/font_object.h"
+#include "text/text_object.h"
 
 using Owned = std::unique_ptr<CMC_Runner>;
 
@@ -45,7 +47,8 @@ Owned CMC_RunnerFactory::pDummyRunner, CMC_RunnerFactory::pVariableRunner, CMC_R
     CMC_RunnerFactory::pCORunner, CMC_RunnerFactory::pCanvasRunner, CMC_RunnerFactory::pPatternRunner,
     CMC_RunnerFactory::pScrollRunner, CMC_RunnerFactory::pVectorRunner, CMC_RunnerFactory::pPathRunner,
     CMC_RunnerFactory::pQueneRunner, CMC_RunnerFactory::pFilterRunner, CMC_RunnerFactory::pStaticFilterRunner,
-    CMC_RunnerFactory::pSequenceRunner, CMC_RunnerFactory::pButtonRunner;
+    CMC_RunnerFactory::pSequenceRunner, CMC_RunnerFactory::pButtonRunner, CMC_RunnerFactory::pFontRunner,
+    CMC_RunnerFactory::pTextRunner;
 
 namespace {
 
@@ -85,6 +88,8 @@ void CMC_RunnerFactory::initialize() {
     make<CMC_Timer_Runner>(pTimerRunner);
     make<CMC_Animo_Runner>(pAnimoRunner);
     make<CMC_Image_Runner>(pImageRunner);
+    make<CMC_Font_Runner>(pFontRunner);
+    make<CMC_Text_Runner>(pTextRunner);
     make<CMC_Filter_Runner>(pFilterRunner);
     make<CMC_StaticFilter_Runner>(pStaticFilterRunner);
     make<CMC_Mouse_Runner>(pMouseRunner);

@@ -26,16 +26,20 @@
 #include "sound/sequence_object.h"
 #include "storage/archive.h"
 #include "structure/application.h"
+#include "text/multiline_text.h"
+#include "text/text_object.h"
 
 namespace {
 
 constexpr std::array<std::string_view, 6> kSignals = {"ONINIT",    "ONDONE",    "ONSIGNAL",
                                                       "ONDOMODAL", "ONRESTART", "ONMUSICLOOPED"};
 
-// Null for what has no picture.
-const CMC_Picture* pictureOf(const CMC_Object* object) {
-    const bool isPicture = object && (object->getType() == CMC_Animo::kType || object->getType() == CMC_Image::kType);
-    return isPicture ? static_cast<const CMC_Picture*>(object) : nullptr;
+// Null for what shows nothing.
+CGraphicsObject* graphicOf(const CMC_Object* object) {
+    const int type = object ? object->getType() : 0;
+    if (type == CMC_Text::kType) return static_cast<const CMC_Text*>(object)->getText();
+    const bool isPicture = type == CMC_Animo::kType || type == CMC_Image::kType;
+    return isPicture ? static_cast<const CMC_Picture*>(object)->getGraphic() : nullptr;
 }
 
 }  // namespace
@@ -134,15 +138,14 @@ CXVector* CMC_Scene::getObjectsOfType(int type) const {
     return found;
 }
 
-// The part behind a `#` names a frame of an animation; nothing that stands in a scene has frames yet.
+// The part behind a `#` names a frame of an animation.
 CGraphicsObject* CMC_Scene::getGraphicsObject(const CXString& name) {
     const std::size_t mark = name.view().find('#');
     const std::string_view objectName = name.view().substr(0, mark);
     CMC_Object* object = objectName.empty() ? nullptr : lookUp(objectName);
     if (object && object->getType() == CMC_CanvasObserver::kType) return window_->GetRefreshScreenInterface();
-    const CMC_Picture* picture = pictureOf(object);
-    if (!picture) return nullptr;
-    if (mark == std::string_view::npos || object->getType() != CMC_Animo::kType) return picture->getGraphic();
+    if (!object) return nullptr;
+    if (mark == std::string_view::npos || object->getType() != CMC_Animo::kType) return graphicOf(object);
     const CAnimo6* animo = static_cast<CMC_Animo*>(object)->getAnimo();
     return animo ? animo->getFrame(CXString(name.view().substr(mark + 1))) : nullptr;
 }
@@ -151,8 +154,7 @@ CXString CMC_Scene::getGraphicsObjectName(CGraphicsObject* graphic) {
     if (!table_ || !graphic) return "UNKNOWN";
     for (CXObject* entry : table_->getAllValues()->elements()) {
         auto* object = static_cast<CMC_Object*>(entry);
-        const CMC_Picture* picture = pictureOf(object);
-        if (picture && picture->getGraphic() == graphic) return object->getName();
+        if (graphicOf(object) == graphic) return object->getName();
     }
     return "UNKNOWN";
 }

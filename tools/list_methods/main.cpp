@@ -32,6 +32,8 @@ constexpr Section kSections[] = {
     {"IMAGE",                                     2008,  false},
     {"SOUND",                                     2005,  false},
     {"SEQUENCE",                                  2004,  false},
+    {"FONT",                                      2002,  false},
+    {"TEXT",                                      2006,  false},
     {"CANVAS",                                    2020,  false},
     {"PATTERN",                                   2021,  false},
     {"SCROLL",                                    2022,  false},

@@ -13,6 +13,7 @@
 #include "definition/text_coder.h"
 #include "platform/headless/code_page.h"
 #include "prosc/animation.h"
+#include "prosc/font.h"
 #include "prosc/image.h"
 
 namespace prosc {
@@ -132,6 +133,7 @@ Outcome decode(std::string_view coded) {
 Outcome info(std::string_view bytes, std::string_view name) {
     if (isAnimation(bytes, name)) return animationInfo(bytes);
     if (isImage(bytes)) return imageInfo(bytes);
+    if (isFont(bytes)) return fontInfo(bytes);
     if (isCoded(bytes)) {
         const std::string fault = damage(linesOf(bytes));
         if (!fault.empty()) return wrong(fault);

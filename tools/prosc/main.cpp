@@ -11,6 +11,7 @@
 #include "platform/headless/headless.h"
 #include "prosc/animation.h"
 #include "prosc/commands.h"
+#include "prosc/font.h"
 #include "prosc/image.h"
 
 // The authors' command: one subcommand for each thing that can be done with a stored file.
@@ -24,6 +25,8 @@ struct Arguments {
     std::string output;  // "": beside the source
     prosc::ImageOptions image;
     prosc::AnimationOptions animation;
+    prosc::FontOptions font;
+    std::string colour = "FFFFFF";
     std::string at;  // "X,Y"
 };
 
@@ -76,6 +79,20 @@ int convertImage(Arguments arguments) {
     if (!source) return fail(arguments.file, std::strerror(errno));
     const prosc::Outcome outcome =
         prosc::isPng(*source) ? prosc::imageFromPng(*source, arguments.image) : prosc::pngFromImage(*source);
+    if (!outcome.result) return fail(arguments.file, outcome.error);
+    return replaceFile(arguments.output, *outcome.result) ? 0 : fail(arguments.output, std::strerror(errno));
+}
+
+int convertFont(Arguments arguments) {
+    const std::string& digits = arguments.colour;
+    if (digits.size() != 6 || digits.find_first_not_of("0123456789abcdefABCDEF") != std::string::npos) {
+        fmt::print(stderr, "prosc: --colour takes RRGGBB and not {}\n", digits);
+        return kWrongUse;
+    }
+    arguments.font.colour = static_cast<int>(std::strtol(digits.c_str(), nullptr, 16));
+    const auto source = contentOf(arguments.file);
+    if (!source) return fail(arguments.file, std::strerror(errno));
+    const prosc::Outcome outcome = prosc::fontFromOutlines(*source, arguments.font);
     if (!outcome.result) return fail(arguments.file, outcome.error);
     return replaceFile(arguments.output, *outcome.result) ? 0 : fail(arguments.output, std::strerror(errno));
 }
@@ -176,6 +193,11 @@ int main(int argc, char** argv) {
             ->check(CLI::IsMember({15, 16}));
         ann->add_option("--form", arguments.animation.form, "How its planes stand in it: raw or rle")
             ->check(CLI::IsMember({"raw", "rle"}));
+        CLI::App* font = addCommand(app, "font", "Turn a TrueType font into a font file", arguments, false);
+        font->add_option("OUT", arguments.output, "The file to write")->required()->type_name("");
+        font->add_option("--size", arguments.font.size, "Of its letters, in pixels")->check(CLI::Range(1, 500));
+        font->add_option("--colour", arguments.colour, "Of its letters: RRGGBB");
+        font->add_option("--letters", arguments.font.letters, "Which ones; else all of Windows-1250 that it has");
         addCommand(app, "info", "Tell what a file holds", arguments, false);
         app.footer("Exit status: 0 done, 1 for a file that can't be read, used or written, 2 for wrong use.");
         try {
@@ -191,6 +213,7 @@ int main(int argc, char** argv) {
         if (decode->parsed()) return convertFile(arguments, prosc::decode, ".decoded");
         if (img->parsed()) return convertImage(arguments);
         if (ann->parsed()) return convertAnimation(arguments);
+        if (font->parsed()) return convertFont(arguments);
         return printInfo(arguments);
     } catch (const std::exception& error) {
         fmt::print(stderr, "prosc: {}\n", error.what());
