@@ -29,8 +29,10 @@ bool CSndStream::Open(const CXString& fileName) {
         file_.reset();
         return false;
     }
-    foundEnd_ = donePlaying_ = false;
-    bytesRemaining_ = 0;
+    SetFoundEnd(false);
+    SetDonePlaying(false);
+    reachedEnd_ = false;
+    SetBytesRemaining(0);
     fill();
     buffer_->setVolume(volume_);
     buffer_->setPan(pan_);
@@ -62,7 +64,7 @@ void CSndStream::Play(bool loop) {
 }
 
 void CSndStream::stopRefilling() {
-    donePlaying_ = true;
+    SetDonePlaying(true);
     timer_.reset();
     callbackLock_ = false;
 }
@@ -75,8 +77,10 @@ void CSndStream::Pause() {
 void CSndStream::Resume() {
     if (!opened_) return;
     stopRefilling();
-    foundEnd_ = donePlaying_ = false;
-    bytesRemaining_ = 0;
+    SetFoundEnd(false);
+    SetDonePlaying(false);
+    reachedEnd_ = false;
+    SetBytesRemaining(0);
     file_->seek(std::max(file_->getPosition() - 2 * bufferSize_, 0));
     fill();
     Play(false);
@@ -87,7 +91,7 @@ void CSndStream::Close() {
     stopRefilling();
     if (started_) buffer_->stop();
     buffer_.reset();
-    file_.reset();
+    SWClose();
     opened_ = started_ = false;
 }
 
@@ -121,12 +125,13 @@ void CSndStream::refill() {
     if (room < 0) room += bufferSize_;
     if (foundEnd_ && bytesRemaining_ == 0) {
         // The samples that were written last lie in the ring still, and would be heard once more with each round.
+        reachedEnd_ = true;
         if (!donePlaying_.exchange(true)) writeSilence(0, bufferSize_);
         return;
     }
-    progress_ += room;
+    MoveProgress(room);
     if (foundEnd_) {
-        bytesRemaining_ = std::max(bytesRemaining_ - room, 0);
+        SetBytesRemaining(std::max(GetBytesRemaining() - room, 0));
         if (!writeSilence(nextWriteOffset_, room)) return;
     } else {
         const auto [first, second] =
@@ -140,7 +145,7 @@ void CSndStream::refill() {
         if (!second.empty()) readOn(second, unplayed);
         buffer_->unlock();
     }
-    nextWriteOffset_ = (nextWriteOffset_ + room) % bufferSize_;
+    AddNextWriteOffset(room);
 }
 
 bool CSndStream::writeSilence(int offset, int size) {
@@ -154,17 +159,27 @@ bool CSndStream::writeSilence(int offset, int size) {
 // A stream that goes round is begun anew at once, wherever in the ring it is: what a short read left as it was would be
 // heard as something from 1200 milliseconds ago.
 void CSndStream::readOn(std::span<std::byte> region, int unplayed) {
-    const std::span<std::byte> rest = region.subspan(static_cast<std::size_t>(foundEnd_ ? 0 : file_->read(region)));
+    auto* target = reinterpret_cast<unsigned char*>(region.data());
+    const int count = foundEnd_ ? 0 : SWRead(static_cast<int>(region.size()), target);
+    const std::span<std::byte> rest = region.subspan(static_cast<std::size_t>(count));
     if (rest.empty()) return;
     if (looped_) {
-        file_->seek(0);
+        SWStartRead();
         file_->readAround(rest);
         loopStarted();
         return;
     }
     std::ranges::fill(rest, file_->silence());
     if (foundEnd_.exchange(true)) return;
-    bytesRemaining_ = unplayed;
+    SetBytesRemaining(unplayed);
 }
+
+void CSndStream::SWStartRead() { file_->seek(0); }
+
+int CSndStream::SWRead(int count, unsigned char* target) {
+    return file_->read({reinterpret_cast<std::byte*>(target), static_cast<std::size_t>(count)});
+}
+
+void CSndStream::SWClose() { file_.reset(); }
 
 void CSndStream::loopStarted() { CSoundManager::musicLooped(); }

@@ -40,7 +40,16 @@ public:
     bool IsPlaying() const { return started_ && !DonePlaying(); }
     bool IsLooped() const { return looped_; }
     bool DonePlaying() const { return donePlaying_; }
-    bool FoundEnd() const { return foundEnd_; }
+    void SetDonePlaying(bool done) { donePlaying_ = done; }
+    bool FoundEnd() const { return foundEnd_; }  // the samples have run out; the last ones may still be heard
+    void SetFoundEnd(bool found) { foundEnd_ = found; }
+    bool HasReachedEnd() const { return reachedEnd_; }  // the last one has been heard since the file was opened
+    // Real samples that are still ahead in the ring once the end was found, in bytes.
+    int GetBytesRemaining() const { return bytesRemaining_; }
+    void SetBytesRemaining(int bytes) { bytesRemaining_ = bytes; }
+    int GetNextWriteOffset() const { return nextWriteOffset_; }  // where in the ring the refill goes on
+    void AddNextWriteOffset(int bytes) { nextWriteOffset_ = (nextWriteOffset_ + bytes) % bufferSize_; }
+    void MoveProgress(int bytes) { progress_ += bytes; }
     int GetProgress() const { return progress_; }  // bytes handed to the device so far, silence too
     int GetBufferSize() const { return bufferSize_; }
     int GetBitsPerSample() const;  // 0: nothing is open
@@ -51,6 +60,10 @@ public:
     int getVolume() const { return volume_; }
 
 private:
+    // Reading the file: back to the first sample; at most `count` bytes, how many came; the file goes.
+    void SWStartRead();
+    int SWRead(int count, unsigned char* target);
+    void SWClose();
     void fill();
     void TimeFunc();
     void refill();
@@ -73,9 +86,10 @@ private:
     std::atomic<bool> callbackLock_ = false;  // while the refill runs
     std::atomic<bool> foundEnd_ = false;
     std::atomic<bool> donePlaying_ = false;
+    std::atomic<bool> reachedEnd_ = false;
     std::atomic<int> progress_ = 0;
     int bufferSize_ = 0;
-    int bytesRemaining_ = 0;  // real samples that are still to be heard once the end was found
+    int bytesRemaining_ = 0;
     int nextWriteOffset_ = 0;
     // The last member: with its end no refill is under way any more.
     std::unique_ptr<platform::PeriodicCall> timer_;
