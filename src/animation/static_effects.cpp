@@ -51,8 +51,7 @@ void setPixels(CGraphicsObject& picture, Plane pixels) {
 
 void keepChannels(CGraphicsObject& picture, const StaticProperties& chosen) {
     const Format& format = formatOf(picture);
-    CXString channels = chosen.channels;
-    channels.Upper();
+    const CXString& channels = chosen.channels;
     unsigned mask = 0;
     if (channels.Find('R') >= 0) mask |= format.mask(2);
     if (channels.Find('G') >= 0) mask |= format.greenKept;

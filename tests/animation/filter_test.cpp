@@ -256,7 +256,7 @@ TEST(StaticFilter, RewritesPixels) {
         std::vector<std::pair<const char*, const char*>> set;
         std::uint16_t before, after;
     } rows[] = {
-        {"red and blue", 16, "COLORCHANNEL", {{"CHANNELS", "bR"}}, 0xFFFF, 0xF81F},
+        {"red and blue", 16, "COLORCHANNEL", {{"CHANNELS", "BgR"}}, 0xFFFF, 0xF81F},
         {"green", 16, "COLORCHANNEL", {{"CHANNELS", "G"}}, 0xFFFF, 0x07C0},
         {"red and green", 15, "COLORCHANNEL", {{"CHANNELS", "RG"}}, 0x7FFF, 0x7FC0},
         {"none", 16, "COLORCHANNEL", {{"CHANNELS", ""}}, 0xFFFF, 0},
