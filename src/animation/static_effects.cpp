@@ -188,11 +188,12 @@ void rotate(CGraphicsObject& picture, const StaticProperties& chosen) {
     const std::span<std::uint16_t> to = data.pixels();
     const std::span<std::uint8_t> toAlpha = alpha.bytes();
     const int halfWidth = old.width / 2, halfHeight = old.height / 2;
+    const int middleX = size.width / 2, middleY = size.height / 2;
     std::size_t at = 0;
     for (int y = 0; y < size.height; ++y) {
-        const double v = y - size.height / 2;
+        const double v = y - middleY;
         for (int x = 0; x < size.width; ++x, ++at) {
-            const double u = x - size.width / 2;
+            const double u = x - middleX;
             const auto sourceX = static_cast<int>(u * c - v * s + halfWidth);
             const auto sourceY = static_cast<int>(v * c + u * s + halfHeight);
             if (sourceX < 0 || sourceX >= old.width || sourceY < 0 || sourceY >= old.height) continue;
@@ -204,7 +205,7 @@ void rotate(CGraphicsObject& picture, const StaticProperties& chosen) {
         }
     }
     picture.setPlanes(size, picture.getBpp(), std::move(data), std::move(alpha));
-    picture.Move(halfWidth - size.width / 2, halfHeight - size.height / 2);
+    picture.Move(halfWidth - middleX, halfHeight - middleY);
 }
 
 void scale(CGraphicsObject& picture, const StaticProperties& chosen) {

@@ -33,7 +33,7 @@ public:
     CStaticFilter(CWindow* window, const StaticEffect& effect);
     ~CStaticFilter() override;
 
-    void add(std::unique_ptr<CFilterEntry> entry) override;
+    void add(std::unique_ptr<CFilterEntry> made) override;
     void remove(CFilterEntry* entry) override;
     std::unique_ptr<CFilterEntry> createEntry(CGraphicsObject* object, CMC_Object* scriptObject) override;
     void release() override;
@@ -41,7 +41,7 @@ public:
 
 private:
     const StaticProperties& chosen() const { return static_cast<const StaticProperties&>(getProperties()); }
-    void treatFrame(CFilterEntry& entry, int frame);
+    void treatFrame(CFilterEntry& entry, int number);
     void treat(CGraphicsObject& picture, CFilterUndoState::Slot& slot);
     static void prepareUndo(const CGraphicsObject& picture, CFilterUndoState::Slot& slot);
     void undo(CGraphicsObject& picture, const CFilterUndoState::Slot& slot) const;
