@@ -65,7 +65,7 @@ def voice():
                 f = harmonic * pitch
                 gain = 1 / (1 + ((f - first) / 90) ** 2) + 0.5 / (1 + ((f - second) / 130) ** 2)
                 value += gain * math.sin(2 * math.pi * harmonic * phase)
-            out.append(0.25 * value * envelope(t, length, 0.03, 0.06))
+            out.append(0.16 * value * envelope(t, length, 0.03, 0.06))
         out.extend([0.0] * int(RATE * (0.25 if syllable == 5 else 0.04)))
     return out
 

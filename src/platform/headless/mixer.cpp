@@ -232,7 +232,7 @@ private:
     // Samples with a next one beside them.
     template <int Bits, int Channels, bool Ramp>
     void addRun(std::span<std::int32_t> sums) {
-        constexpr int kBytes = Bits / 8;
+        constexpr std::size_t kBytes = Bits / 8;
         Sides sides = wanted_;
         const std::byte* data = data_.data();
         std::uint64_t position = position_;
@@ -259,10 +259,10 @@ private:
 
     template <int Bits, int Channels>
     void addLast(std::int32_t* out) {
-        constexpr int kBytes = Bits / 8;
+        constexpr std::size_t kBytes = Bits / 8;
         const std::byte* here = data_.data() + (position_ >> kFractionBits) * (kBytes * Channels);
         const int fraction = static_cast<int>(static_cast<std::uint32_t>(position_) >> 17);
-        const auto sample = [&](int channel) {
+        const auto sample = [&](std::size_t channel) {
             const int first = sampleAt<Bits>(here + kBytes * channel);
             const int next = looping_ ? sampleAt<Bits>(data_.data() + kBytes * channel) : 0;
             return first + (((next - first) * fraction) >> 15);
