@@ -28,7 +28,7 @@ CAnimoEventPlayable::~CAnimoEventPlayable() { CAnimoEventPlayable::leave(); }
 void CAnimoEventPlayable::leave() {
     if (CMC_Animo* object = object_.get()) object->removeSeq(this);
     object_ = nullptr;
-    substAnimation(nullptr);
+    CAnimoEventPlayable::substAnimation(nullptr);
 }
 
 void CAnimoEventPlayable::substAnimation(CAnimo* animation) {
