@@ -26,7 +26,7 @@ HEADERS = {
     'animation': {'foundation', 'storage', 'graphics', 'script', 'sound', 'input', 'frame'},
     'sound': {'foundation', 'storage', 'script', 'frame'},
     'text': {'foundation', 'storage', 'graphics', 'script'},
-    'input': {'foundation', 'graphics', 'script'},
+    'input': {'foundation', 'graphics', 'script', 'frame'},
     'network': {'foundation', 'script'},
     'frame': {'foundation', 'storage', 'definition', 'script', 'structure', 'graphics', 'animation', 'sound', 'text',
               'input', 'network'},
@@ -38,6 +38,7 @@ VALUES = {'graphics/geometry.h', 'frame/handles.h'}
 # Of an area above it, a lower one sees only these headers.
 ONLY = {
     ('script', 'frame'): {'frame/timer.h'},  # the receiver of timers, from which script objects derive
+    ('input', 'frame'): {'frame/timer.h'},  # likewise, for the cursor that blinks
     ('animation', 'frame'): {'frame/timer.h'},  # likewise, for effects that run
     ('sound', 'frame'): {'frame/timer.h'},  # likewise, for what is played at times of its own
 }

@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #include "frame/unit.h"
 
+#include <span>
+#include <vector>
+
 #include "definition/element.h"
 #include "frame/application.h"
 #include "frame/resources_manager.h"
@@ -81,6 +84,8 @@ bool CUnit6::done(CUnitData*, CMC_Scene*, CUnit6*) {
     randomPlayable_.reset();
     window_->removeKeyListener(this);
     window_->removeMouseListener(this);
+    // The boxes of a screen don't stay on the next one.
+    flushEditBoxes();
     resources_->flush();
     returnPath_.removeAll();
     return true;
@@ -203,9 +208,11 @@ CEditBox6* CUnit6::addEditBox(CSimpleFont6* font, const CXRect& rect, const CXSt
     return box;
 }
 
+// Whoever hears that the focus goes may take the box out that was to have it.
 void CUnit6::activateEditBox(CEditBox6* box) {
+    const ScriptScope scope;
     if (activeEditBox_) activeEditBox_->activate(false);
-    activeEditBox_ = box;
+    activeEditBox_ = box && !box->isRetired() ? box : nullptr;
     if (activeEditBox_) activeEditBox_->activate(true);
 }
 
@@ -215,12 +222,14 @@ void CUnit6::removeEditBox(CEditBox6* box) {
 }
 
 void CUnit6::flushEditBoxes() {
+    const ScriptScope scope;
     activeEditBox_ = nullptr;
-    while (!editBoxes_.isEmpty()) {
-        CXObject* box = editBoxes_.at(editBoxes_.size() - 1);
-        editBoxes_.removeAt(editBoxes_.size() - 1);
-        delete box;
-    }
+    // Those that come while the others tell that they go stay.
+    const std::span<CXObject* const> listed = editBoxes_.elements();
+    const std::vector<CXObject*> boxes(listed.begin(), listed.end());
+    editBoxes_.removeAll();
+    for (CXObject* box : boxes)
+        CEditBox6::discard(static_cast<CEditBox6*>(box));
 }
 
 int CUnit6::getCurrentEditBoxIndex() const { return activeEditBox_ ? editBoxes_.find(activeEditBox_) : -1; }

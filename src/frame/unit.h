@@ -131,7 +131,7 @@ private:
     bool active_ = false;
     std::unique_ptr<CResourcesManager> resources_;
     std::unique_ptr<CRandomPlayable> randomPlayable_;
-    CGraphicsObject* editBoxCursor_ = nullptr;
+    GraphicsLink editBoxCursor_;
     CXVector editBoxes_;  // of CEditBox6, owned
     CEditBox6* activeEditBox_ = nullptr;
     CXString musicFileName_;

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 #pragma once
 
+#include <memory>
 #include <vector>
 
 #include "foundation/xobject.h"
@@ -50,6 +51,9 @@ public:
     virtual void onDragging(CXPoint point);
     virtual void onEndDragging(CXPoint point);
 
+    // Expires with the control.
+    std::weak_ptr<const CControl*> life() const { return life_; }
+
     int GetFlags() const { return flags_; }
     void SetFlags(int flags) { flags_ = flags; }
 
@@ -63,4 +67,5 @@ private:
     bool enabled_ = true;
     int flags_ = 0;
     std::vector<CControlNotifier*> notifiers_;
+    std::shared_ptr<const CControl*> life_ = std::make_shared<const CControl*>(this);
 };

@@ -14,6 +14,8 @@
 #include "animation/scroll_object.h"
 #include "definition/element.h"
 #include "input/button_object.h"
+#include "input/dialog_object.h"
+#include "input/edit_box_object.h"
 #include "input/keyboard_object.h"
 #include "input/mouse.h"
 #include "platform/platform.h"

@@ -14,6 +14,8 @@
 #include "animation/scroll_object.h"
 #include "definition/cnv_loader.h"
 #include "input/button_object.h"
+#include "input/dialog_object.h"
+#include "input/edit_box_object.h"
 #include "input/keyboard_object.h"
 #include "input/mouse.h"
 #include "script/array.h"
@@ -48,7 +50,7 @@ Owned CMC_RunnerFactory::pDummyRunner, CMC_RunnerFactory::pVariableRunner, CMC_R
     CMC_RunnerFactory::pScrollRunner, CMC_RunnerFactory::pVectorRunner, CMC_RunnerFactory::pPathRunner,
     CMC_RunnerFactory::pQueneRunner, CMC_RunnerFactory::pFilterRunner, CMC_RunnerFactory::pStaticFilterRunner,
     CMC_RunnerFactory::pSequenceRunner, CMC_RunnerFactory::pButtonRunner, CMC_RunnerFactory::pFontRunner,
-    CMC_RunnerFactory::pTextRunner;
+    CMC_RunnerFactory::pTextRunner, CMC_RunnerFactory::pEditBoxRunner, CMC_RunnerFactory::pDialogRunner;
 
 namespace {
 
@@ -90,6 +92,8 @@ void CMC_RunnerFactory::initialize() {
     make<CMC_Image_Runner>(pImageRunner);
     make<CMC_Font_Runner>(pFontRunner);
     make<CMC_Text_Runner>(pTextRunner);
+    make<CMC_EditBox_Runner>(pEditBoxRunner);
+    make<CMC_Dialog_Runner>(pDialogRunner);
     make<CMC_Filter_Runner>(pFilterRunner);
     make<CMC_StaticFilter_Runner>(pStaticFilterRunner);
     make<CMC_Mouse_Runner>(pMouseRunner);

@@ -19,5 +19,5 @@ public:
         pAppRunner, pEpisodeRunner, pSceneRunner, pTimerRunner, pAnimoRunner, pImageRunner, pMouseRunner,
         pKeyboardRunner, pSoundRunner, pGroupRunner, pArrayRunner, pSystemRunner, pCNVLoaderRunner, pCORunner,
         pCanvasRunner, pPatternRunner, pScrollRunner, pVectorRunner, pPathRunner, pQueneRunner, pFilterRunner,
-        pStaticFilterRunner, pSequenceRunner, pButtonRunner, pFontRunner, pTextRunner;
+        pStaticFilterRunner, pSequenceRunner, pButtonRunner, pFontRunner, pTextRunner, pEditBoxRunner, pDialogRunner;
 };

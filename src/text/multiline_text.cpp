@@ -4,10 +4,12 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <span>
 #include <string>
 
 #include "frame/unit.h"
 #include "input/edit_box.h"
+#include "script/lifetime.h"
 #include "storage/file.h"
 #include "text/font_collection.h"
 
@@ -108,13 +110,12 @@ CMultilineText6::~CMultilineText6() { CMultilineText6::flush(); }
 
 void CMultilineText6::flush() {
     lines_.clear();
-    CXVector* boxes = getEditBoxes();
-    for (CXObject* entry : boxes->elements()) {
-        auto* box = static_cast<CEditBox6*>(entry);
-        unit_->removeEditBox(box);
-        delete box;
-    }
-    boxes->removeAll();
+    // Each leaves the list by itself, and who hears that it goes may make others leave.
+    const ScriptScope scope;
+    const std::span<CXObject* const> listed = getEditBoxes()->elements();
+    const std::vector<CXObject*> boxes(listed.begin(), listed.end());
+    for (CXObject* box : boxes)
+        CEditBox6::discard(static_cast<CEditBox6*>(box));
 }
 
 const CText6* CMultilineText6::getLine(int i) const {
@@ -240,7 +241,10 @@ void CMultilineText6::makeEditBox(const CTextFormatCode& field, CSimpleFont6* fo
     at = at + CXPoint(0, static_cast<int>(static_cast<std::uint32_t>(row) *
                                           static_cast<std::uint32_t>(height - kDrawnCloser)));
     const CXRect rect = CXRect(0, 0, field.getWidth(), height) + at;
-    if (CEditBox6* box = unit_->addEditBox(font, rect, field.getText())) getEditBoxes()->add(box);
+    CEditBox6* box = unit_->addEditBox(font, rect, field.getText());
+    if (!box) return;
+    getEditBoxes()->add(box);
+    box->setTextList(getEditBoxes());
 }
 
 void CMultilineText6::Redraw() {

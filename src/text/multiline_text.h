@@ -16,7 +16,7 @@ public:
     CMultilineText6(CWindow* window, CUnit6* unit) : CText6(window, unit) {}
     ~CMultilineText6() override;
 
-    // Takes the lines away, and the edit boxes out of the unit, which must still be there when there are any.
+    // Takes the lines away, and the edit boxes out of the unit. Those that the unit has flushed are gone already.
     virtual void flush();
 
     int getLength() const;  // of the longest line

@@ -34,6 +34,8 @@ constexpr Section kSections[] = {
     {"SEQUENCE",                                  2004,  false},
     {"FONT",                                      2002,  false},
     {"TEXT",                                      2006,  false},
+    {"EDITBOX",                                   2009,  false},
+    {"DIALOG",                                    2013,  false},
     {"CANVAS",                                    2020,  false},
     {"PATTERN",                                   2021,  false},
     {"SCROLL",                                    2022,  false},
