@@ -11,6 +11,7 @@
 #include "platform/platform.h"
 #include "sound/sound_manager.h"
 #include "sound/wave_file.h"
+#include "storage/big_file.h"
 #include "storage/file.h"
 
 namespace {
@@ -49,7 +50,9 @@ bool CSound4::load() {
     Flush();
     if (!getFileName().IsString()) return false;
     CFile file;
-    return file.Open(window_, getFileName(), CFile::kReadBinary) == 0 && load(&file);
+    if (file.Open(window_, getFileName(), CFile::kReadBinary) == 0) return load(&file);
+    CBigFile* archive = window_ ? window_->Resource() : nullptr;
+    return archive && archive->Seek(getFileName()) != -1 && load(archive->GetFile());
 }
 
 bool CSound4::Load(const CXString& fileName) {
@@ -59,7 +62,7 @@ bool CSound4::Load(const CXString& fileName) {
 
 bool CSound4::load(CFile* file) {
     Flush();
-    const auto head = readWaveHead(*file, file->Length() - file->Tell());
+    const auto head = readWaveHead(*file, file->left());
     if (!head || head->formatTag != WaveHead::kPcm) return false;
     const int blockAlign = std::max(head->format.blockAlign(), 1);
     dataLength_ = head->dataLength / blockAlign * blockAlign;

@@ -6,13 +6,17 @@
 #include <cstdio>
 
 #include "frame/error.h"
+#include "frame/window.h"
+#include "storage/big_file.h"
 
 CStreamedWAV::CStreamedWAV(CWindow* window, const CXString& fileName) {
-    if (file_.Open(window, fileName, CFile::kReadBinary) != 0) {
+    // The refill reads on a thread of its own, so it never shares the big file's stream with the other loaders.
+    const CBigFile* archive = window ? window->Resource() : nullptr;
+    if (file_.Open(window, fileName, CFile::kReadBinary) != 0 && !(archive && archive->open(fileName, file_))) {
         setErrorCode(kErrorNotFound);
         return;
     }
-    auto head = readWaveHead(file_, file_.Length());
+    auto head = readWaveHead(file_, file_.left());
     if (!head || head->formatTag != WaveHead::kPcm) return;
     const int blockAlign = std::max(head->format.blockAlign(), 1);
     head->dataLength = head->dataLength / blockAlign * blockAlign;

@@ -26,6 +26,7 @@ CXString CFile::getLocalPath(const CXString& path) const {
 
 int CFile::Open(CWindow* window, const CXString& name, int mode) {
     Close();
+    unconfine();
     CXString full = CPath::resolveFileName(window, name);
     if (full.GetAt(1) != ':') {
         full = CPath::getFullPath(CXString(std::string_view(platform::current().files.currentFolder())), full);
@@ -75,16 +76,28 @@ void CFile::beginReading() {
     writing_ = false;
 }
 
+void CFile::confine(int begin, std::int64_t end) {
+    confined_ = {begin, static_cast<int>(std::min<std::int64_t>(end, std::numeric_limits<int>::max()))};
+}
+
+int CFile::within(int count) const {
+    if (!confined_) return count;
+    const int position = Tell();
+    return position < confined_->begin ? 0 : std::clamp(confined_->end - position, 0, count);
+}
+
+int CFile::left() { return within(std::max(Length() - Tell(), 0)); }
+
 int CFile::Read(void* target, int count) {
     if (!stream_ || count <= 0) return 0;
     beginReading();
+    count = within(count);
     if (isText()) return readText(static_cast<char*>(target), count);
     return static_cast<int>(std::fread(target, 1, static_cast<std::size_t>(count), stream_));
 }
 
 std::vector<std::byte> CFile::readRest(int most) {
-    const int left = Length() - Tell();
-    std::vector<std::byte> bytes(static_cast<std::size_t>(std::clamp(left, 0, most)));
+    std::vector<std::byte> bytes(static_cast<std::size_t>(std::min(left(), most)));
     bytes.resize(static_cast<std::size_t>(Read(bytes.data(), static_cast<int>(bytes.size()))));
     return bytes;
 }
@@ -115,6 +128,7 @@ int CFile::Write(const void* source, int count) {
 }
 
 int CFile::nextCharacter() {
+    if (within(1) == 0) return EOF;
     const int c = std::getc(stream_);
     if (c != '\r' || !isText()) return c;
     const int next = std::getc(stream_);

@@ -3,7 +3,9 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <cstdio>
+#include <optional>
 #include <vector>
 
 #include "foundation/xobject.h"
@@ -46,8 +48,14 @@ public:
     int Tell() const;                           // 0 with no stream
     int Seek(int offset, int whence);           // 0, or not 0 when it failed
     int Read(void* target, int count);          // the number of bytes read
+    int left();                                 // the bytes that lie ahead
     std::vector<std::byte> readRest(int most);  // what lies ahead, up to that many bytes
     int Write(const void* source, int count);   // 1, or 0 when it failed or there was nothing to write
+
+    // From now on nothing outside these bytes of the file is read, wherever the stream stands, and what lies ahead ends
+    // with them. Lifted by `unconfine` and by the next Open.
+    void confine(int begin, std::int64_t end);
+    void unconfine() { confined_.reset(); }
 
     // A line with its line end, cut at size - 1 characters and ended by a zero byte. The buffer stays untouched with no
     // stream, and holds "" at the end.
@@ -60,10 +68,17 @@ private:
     bool openAs(const CXString& path, const char* streamMode);
     bool isText() const { return (mode_ & 0x08) != 0 || (mode_ & 0x10) == 0; }
     void beginReading();
+    int within(int count) const;  // what of the next `count` bytes may be read
     int readText(char* target, int count);
     int nextCharacter();
 
+    struct Bounds {
+        int begin;
+        int end;
+    };
+
     std::FILE* stream_ = nullptr;
+    std::optional<Bounds> confined_;
     CXString name_;
     int mode_ = 0;
     bool writing_ = false;  // the last transfer; the stream must be told when the direction changes

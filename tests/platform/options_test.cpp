@@ -62,7 +62,7 @@ TEST(HostOptions, WrongOnesAreRefusedInOneLineThatNamesThem) {
         {"app --headless --shot 1:a.png --shot x:b", "'x:b'"},
         {"app --headless=yes", "--headless"},
         {"app --audio a.wav", "--headless"},
-        {"app --headless --resource a.big", "--resource is not"},
+        {"app --headless --resource", "--resource needs"},
         {"app --headless --net 127.0.0.1", "--net is not"},
         {"app --headless --net-no-code", "--net-no-code is"},
         {"app --scale 0", "'0'"},

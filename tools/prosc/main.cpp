@@ -10,6 +10,7 @@
 
 #include "platform/headless/headless.h"
 #include "prosc/animation.h"
+#include "prosc/big_file.h"
 #include "prosc/commands.h"
 #include "prosc/font.h"
 #include "prosc/image.h"
@@ -27,7 +28,8 @@ struct Arguments {
     prosc::AnimationOptions animation;
     prosc::FontOptions font;
     std::string colour = "FFFFFF";
-    std::string at;  // "X,Y"
+    std::string at;    // "X,Y"
+    std::string name;  // of a big file
 };
 
 int fail(const std::string& file, const std::string& what) {
@@ -149,6 +151,27 @@ int convertAnimation(const Arguments& arguments) {
     return kWrongUse;
 }
 
+int packBigFile(const Arguments& arguments) {
+    if (!std::filesystem::is_directory(arguments.file)) return fail(arguments.file, "is no folder");
+    const std::string wrong = prosc::packFolder(arguments.file, arguments.name, arguments.output);
+    fmt::print("\n");
+    return wrong.empty() ? 0 : fail(arguments.output, wrong);
+}
+
+// Lists a big file, or extracts it when there is somewhere to put it.
+int readBigFile(const Arguments& arguments) {
+    CBigFile bigFile(nullptr, prosc::libraryName(arguments.file), false, "");
+    if (!bigFile.GetFile()) return fail(arguments.file, "can't be read, or is no big file");
+    if (arguments.output.empty()) {
+        fmt::print("{}", prosc::listBigFile(bigFile));
+        return 0;
+    }
+    const std::vector<std::string> wrong = prosc::extractBigFile(bigFile, arguments.output);
+    for (const std::string& line : wrong)
+        fail(arguments.file, line);
+    return wrong.empty() ? 0 : kBadFile;
+}
+
 int printInfo(const Arguments& arguments) {
     const auto source = contentOf(arguments.file);
     if (!source) return fail(arguments.file, std::strerror(errno));
@@ -198,6 +221,14 @@ int main(int argc, char** argv) {
         font->add_option("--size", arguments.font.size, "Of its letters, in pixels")->check(CLI::Range(1, 500));
         font->add_option("--colour", arguments.colour, "Of its letters: RRGGBB");
         font->add_option("--letters", arguments.font.letters, "Which ones; else all of Windows-1250 that it has");
+        CLI::App* pack = addCommand(app, "pack", "Pack a folder into a big file", arguments, false);
+        pack->add_option("OUT", arguments.output, "The file to write, outside of that folder")
+            ->required()
+            ->type_name("");
+        pack->add_option("--name", arguments.name, "A name that is kept in it");
+        const auto* list = addCommand(app, "list", "List a big file: size, offset and path", arguments, false);
+        CLI::App* extract = addCommand(app, "extract", "Write the files of a big file into a folder", arguments, false);
+        extract->add_option("FOLDER", arguments.output, "The folder to write into")->required()->type_name("");
         addCommand(app, "info", "Tell what a file holds", arguments, false);
         app.footer("Exit status: 0 done, 1 for a file that can't be read, used or written, 2 for wrong use.");
         try {
@@ -213,6 +244,8 @@ int main(int argc, char** argv) {
         if (decode->parsed()) return convertFile(arguments, prosc::decode, ".decoded");
         if (img->parsed()) return convertImage(arguments);
         if (ann->parsed()) return convertAnimation(arguments);
+        if (pack->parsed()) return packBigFile(arguments);
+        if (list->parsed() || extract->parsed()) return readBigFile(arguments);
         if (font->parsed()) return convertFont(arguments);
         return printInfo(arguments);
     } catch (const std::exception& error) {

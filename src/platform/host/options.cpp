@@ -22,7 +22,7 @@ constexpr const char* kFooter =
     "Exit status: 0 after a run, 1 when there is no display, 2 when something named on the command line is wrong.";
 
 // Options that the host will have and that nothing stands behind yet.
-constexpr const char* kNotBuilt[] = {"--resource", "--net"};
+constexpr const char* kNotBuilt[] = {"--net"};
 constexpr const char* kFlagsNotBuilt[] = {"--net-no-code"};
 
 constexpr int kMostScale = 16;
@@ -97,6 +97,8 @@ void addOptions(CLI::App& app, Options& options) {
         return readNumber(text, options.depth) && (options.depth == 15 || options.depth == 16);
     };
     addValue(app, "--depth", "15|16", "15 or 16", "Pixel format of the display (16)", readDepth);
+    addText(app, "--resource", "FILE", options.resource,
+            "Big file in which pictures, animations and sounds are looked for that FOLDER lacks");
     group("Without a window");
     app.add_flag("--headless", options.headless, "No window: display in memory, virtual clock, scripted input");
     addNumber(app, "--step", "MS", options.step, "How far virtual time moves before each frame (10)");

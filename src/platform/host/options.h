@@ -32,6 +32,7 @@ struct Options {
     int depth = 16;
     std::string language = "0409";  // "": the user's
     bool realtime = false;
+    std::optional<std::string> resource;
     std::optional<std::string> input;
     std::optional<std::string> record;
     std::optional<std::string> hashes;

@@ -3,6 +3,7 @@
 #include "platform/host/run.h"
 
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 #include <fmt/format.h>
 #include <fstream>
@@ -20,6 +21,7 @@
 #include "platform/host/backend.h"
 #include "platform/host/input_file.h"
 #include "platform/host/outputs.h"
+#include "storage/big_file.h"
 
 namespace host {
 
@@ -37,6 +39,13 @@ std::optional<std::string> contentOf(const std::string& file) {
     std::ifstream stream(file, std::ios::binary);
     if (!stream) return std::nullopt;
     return std::string(std::istreambuf_iterator<char>(stream), {});
+}
+
+// A file's name as the library sees it, from the root of the disk; "", and errno, when there is no such file.
+std::string libraryName(const std::string& file) {
+    const std::unique_ptr<char, decltype(&std::free)> real(realpath(file.c_str(), nullptr), &std::free);
+    if (!real || access(real.get(), R_OK) != 0) return "";
+    return "C:" + headless::fromUtf8(real.get());
 }
 
 int refuse(const std::string& line) {
@@ -74,6 +83,14 @@ public:
                                                       : window_.SetDisplayMode(commandLine_.getResolution(), depth);
         if (error != 0) window_.ShowError();
         return error == 0;
+    }
+
+    // False when it is no big file.
+    bool attach(const std::string& bigFile) {
+        auto archive = std::make_unique<CBigFile>(&window_, CXString(std::string_view(bigFile)), false, "");
+        if (!archive->GetFile()) return false;
+        window_.attach(std::move(archive));
+        return true;
     }
 
     void start() {
@@ -202,6 +219,12 @@ int run(const Options& options) {
         if (input.errorLine > 0)
             return refuse(fmt::format("proscenium: {}:{}: {}", *options.input, input.errorLine, input.error));
     }
+    std::string resource;
+    if (options.resource) {
+        resource = libraryName(*options.resource);
+        if (resource.empty())
+            return refuse(fmt::format("proscenium: {}: can't be read: {}", *options.resource, std::strerror(errno)));
+    }
     Outputs outputs(options);
     const std::string unwritable = outputs.open();
     if (!unwritable.empty()) return refuse(unwritable);
@@ -224,6 +247,8 @@ int run(const Options& options) {
                        why.empty() ? "" : ": ", why, options.headless ? "" : "; --headless plays without one");
             return kNoDisplay;
         }
+        if (!resource.empty() && !stage.attach(resource))
+            return refuse(fmt::format("proscenium: {}: is no big file", *options.resource));
         stage.start();
         outputs.frame(0, backend->display());
         loop(options, input.events, stage, *backend, outputs);
