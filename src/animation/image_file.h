@@ -14,10 +14,10 @@ class CWindow;
 enum _filetype {
     kFileUnknown = 0,
     kFileImg = 1,
-    kFileTga = 2,  // known by name, not read yet
-    kFileBmp = 3,  // known by name, not read yet
-    kFilePsd = 4,  // known by name, not read yet
-    kFileAnn = 5,  // known by name, not read yet
+    kFileTga = 2,
+    kFileBmp = 3,  // the name is held, nothing is read
+    kFilePsd = 4,
+    kFileAnn = 5,
 };
 
 // Makes the class that reads a picture, for code that has only a name.
@@ -29,7 +29,8 @@ public:
     // Makes the object and loads it; its error word tells how that went. 0 for an extension that nobody reads: the
     // object made last stays.
     _filetype Load(const CXString& name);
-    // Writes the object's planes. 0 for an extension that nobody writes.
+    // Writes "img", the object's planes, through an image that is made for it, and "ann", an animation, by its own
+    // `Save`. 0 for any other extension.
     _filetype Save(CGraphicsObject* object, const CXString& name, _compression form);
 
     CGraphicsObject* getObject() const { return object_.get(); }  // made last, owned here; null: none

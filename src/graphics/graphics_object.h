@@ -192,6 +192,7 @@ public:
     void ReleaseHistogram();
     std::span<const int> getHistogram() const { return rare_ ? rare_->histogram : std::span<const int>(); }
     void Split();                                                // 24 bits into planes of red, green and blue
+    void setChannel(_channel channel, Plane plane);              // one of them, for `JoinChannels`, or the alpha plane
     void JoinChannels();                                         // and back, into the format told before
     std::vector<std::uint8_t> Join2Channels() const;             // 32-bit pixels of 24-bit ones and the alpha plane
     void SplitOn2(std::span<const std::uint8_t> pixels, int n);  // 24 bits and alpha out of n 32-bit pixels

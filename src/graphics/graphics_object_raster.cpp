@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-2.0-or-later
 // What a graphics object does to its own pixels.
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <utility>
 
@@ -22,6 +23,12 @@ std::size_t indexOf(int x, int y, const CXSize& size) {
 }
 
 bool holds(const CXSize& size, int x, int y) { return x >= 0 && y >= 0 && x < size.width && y < size.height; }
+
+using ThreeBytes = std::array<std::uint8_t, 3>;
+
+std::span<ThreeBytes> threeBytePixels(const Plane& plane) {
+    return {reinterpret_cast<ThreeBytes*>(plane.bytes().data()), plane.size() / sizeof(ThreeBytes)};
+}
 
 template <class Unit>
 void swapRows(std::span<Unit> plane, const CXSize& size) {
@@ -87,6 +94,7 @@ void CGraphicsObject::FlipH() {
         const CXSize size(Width(), Height());
         if (size == size_) {
             if (GetPixelSize() == 2) swapRows(data_.pixels(), size);
+            if (GetPixelSize() == 3) swapRows(threeBytePixels(data_), size);
             swapRows(alpha_.bytes(), size);
         }
         flippedH_ = !flippedH_;
@@ -98,6 +106,7 @@ void CGraphicsObject::FlipV() {
         const CXSize size(Width(), Height());
         if (size == size_) {
             if (GetPixelSize() == 2) mirrorRows(data_.pixels(), size);
+            if (GetPixelSize() == 3) mirrorRows(threeBytePixels(data_), size);
             mirrorRows(alpha_.bytes(), size);
         }
         flippedV_ = !flippedV_;
@@ -337,6 +346,12 @@ void CGraphicsObject::Split() {
     }
     std::fill(std::begin(channelSizes_), std::end(channelSizes_), static_cast<int>(count));
     data_.reset();
+}
+
+void CGraphicsObject::setChannel(_channel channel, Plane plane) {
+    constexpr int kAlphaSize = 3;
+    channelSizes_[channel == kChannelAlpha ? kAlphaSize : channel] = static_cast<int>(plane.size());
+    *planeOf(channel) = std::move(plane);
 }
 
 void CGraphicsObject::JoinChannels() {

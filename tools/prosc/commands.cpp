@@ -134,6 +134,8 @@ Outcome info(std::string_view bytes, std::string_view name) {
     if (isAnimation(bytes, name)) return animationInfo(bytes);
     if (isImage(bytes)) return imageInfo(bytes);
     if (isFont(bytes)) return fontInfo(bytes);
+    if (isPhotoshop(bytes)) return photoshopInfo(bytes);
+    if (isTarga(name)) return targaInfo(bytes);
     if (isCoded(bytes)) {
         const std::string fault = damage(linesOf(bytes));
         if (!fault.empty()) return wrong(fault);

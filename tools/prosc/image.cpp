@@ -7,8 +7,11 @@
 #include <vector>
 
 #include "animation/image.h"
+#include "animation/photoshop.h"
+#include "animation/targa.h"
 #include "graphics/pixel_conversion.h"
 #include "graphics/pixel_format.h"
+#include "platform/headless/code_page.h"
 #include "storage/lzo_compression.h"
 #include "storage/lzw_compression.h"
 
@@ -110,6 +113,33 @@ Outcome imageInfo(std::string_view bytes) {
                         stored->form, stored->size.width, stored->size.height, stored->bpp, stored->position.x,
                         stored->position.y, formName(stored->compression), stored->alpha ? "yes" : "no"),
             ""};
+}
+
+bool isTarga(std::string_view name) {
+    constexpr std::string_view kExtension = ".tga";
+    return name.size() >= kExtension.size() &&
+           headless::foldCase(name.substr(name.size() - kExtension.size())) == kExtension;
+}
+
+Outcome targaInfo(std::string_view bytes) {
+    std::string reason;
+    const std::optional<CTarga::Stored> stored = CTarga::parse(bytesOf(bytes), reason);
+    if (!stored) return wrong(reason);
+    return {fmt::format("TGA picture, {} by {}, 24 bits\n", stored->size.width, stored->size.height), ""};
+}
+
+bool isPhotoshop(std::string_view bytes) { return bytes.starts_with("8BPS"); }
+
+Outcome photoshopInfo(std::string_view bytes) {
+    std::string reason;
+    const auto layers = CPSD::parse(nullptr, bytesOf(bytes), reason);
+    if (!layers) return wrong(reason);
+    std::string text = fmt::format("Photoshop picture, layers: {}\n", layers->size());
+    for (const CPSD::Layer& layer : *layers)
+        text += fmt::format("  \"{}\", {} by {}, at ({}, {}), channels: {}, alpha: {}\n",
+                            headless::toUtf8(layer.name.view()), layer.Width(), layer.Height(), layer.left, layer.top,
+                            layer.channels.size(), layer.picture->getAlpha() ? "yes" : "no");
+    return {text, ""};
 }
 
 }  // namespace prosc

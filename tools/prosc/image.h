@@ -24,4 +24,10 @@ Outcome pngFromImage(std::string_view bytes);
 bool isImage(std::string_view bytes);  // by its magic
 Outcome imageInfo(std::string_view bytes);
 
+// Pictures of other programs, as far as applications read them.
+bool isTarga(std::string_view name);  // by its ending alone
+Outcome targaInfo(std::string_view bytes);
+bool isPhotoshop(std::string_view bytes);  // by its magic
+Outcome photoshopInfo(std::string_view bytes);
+
 }  // namespace prosc
