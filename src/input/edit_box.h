@@ -87,7 +87,6 @@ public:
     // The list of the text that has made the box. The box leaves it when it goes.
     void setTextList(CXVector* list) { textList_ = list; }
 
-    using CKeyListener::onKeyUp;
     using CMouseListener::onClick;
     void onChar(unsigned char character) override;
     void onKeyDown(int key) override;
