@@ -250,7 +250,7 @@ TEST_F(Host, TheDemoPlaysToItsEndAndAlwaysAlike) {
     EXPECT_NE(contentOf(at("two/application.ini")).find("TIMESPLAYED=2\r\n"), std::string::npos);
 
     // Who clicks on the lantern needn't wait until the figure has found it.
-    write("clicks.txt", "200 ldown 400 500\n230 move 690 460\n240 ldown 690 460\n");
+    write("clicks.txt", "500 ldown 400 500\n530 move 690 460\n540 ldown 690 460\n");
     EXPECT_EQ(run("two --headless --input clicks.txt --hashes three.txt").status, 0);
     const std::string clicked = contentOf(at("three.txt"));
     EXPECT_LT(std::count(clicked.begin(), clicked.end(), '\n'), frames - 300);
