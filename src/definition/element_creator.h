@@ -7,10 +7,10 @@ class CPlayable;
 class CWindow;
 class CXObject;
 
-// Builds engine objects from elements without a script object round them. It knows the types IMAGE, ANIMO and
-// SEQUENCE, none of which can be built yet.
+// Builds engine objects from elements without a script object round them. What comes back is the caller's; null for a
+// type that isn't built here.
 class CMElementCreator {
 public:
-    static CXObject* createObject(CWindow* window, CMElement* element);     // null: not a type that it builds
-    static CPlayable* createPlayable(CWindow* window, CMElement* element);  // the same
+    static CXObject* createObject(CWindow* window, CMElement* element);     // IMAGE
+    static CPlayable* createPlayable(CWindow* window, CMElement* element);  // ANIMO and SEQUENCE
 };

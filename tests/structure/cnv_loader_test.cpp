@@ -1,6 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The Proscenium authors
 // SPDX-License-Identifier: GPL-2.0-or-later
+#include <memory>
+
+#include "definition/element.h"
+#include "definition/element_creator.h"
 #include "script/log_rows.h"
+#include "sound/playable.h"
 #include "structure/scene.h"
 
 namespace {
@@ -83,5 +88,32 @@ TEST(CnvLoader, FilesCutOffInTheMidst) {
         // Inline code of a handler is no member of the group, and stays.
         const std::string left = stage.value("LOG");
         ASSERT_TRUE(left.ends_with(length < kInline ? "8" : "9")) << length << ": " << left;
+    }
+}
+
+TEST(ElementCreator, BuildsWhatElementsNameAndNothingElse) {
+    Stage stage;
+    stage.start();
+    CWindow* window = CWindow::current();
+    const struct {
+        const char* type;
+        bool object, playable;
+    } rows[] = {
+        {"IMAGE", true, false},  {"ANIMO", false, true},  {"SEQUENCE", false, true},
+        {"image", false, false}, {"SOUND", false, false},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.type);
+        CMElement element("X");
+        element.addProperty("TYPE", row.type);
+        element.addProperty("FILENAME", "none.img");
+        element.addProperty("VISIBLE", "FALSE");
+        const std::unique_ptr<CXObject> object(CMElementCreator::createObject(window, &element));
+        const std::unique_ptr<CPlayable> playable(CMElementCreator::createPlayable(window, &element));
+        EXPECT_EQ(object != nullptr, row.object);
+        EXPECT_EQ(playable != nullptr, row.playable);
+        if (row.type == std::string_view("ANIMO")) {
+            EXPECT_FALSE(playable->isVisible());
+        }
     }
 }
