@@ -11,7 +11,7 @@ namespace pictures {
 
 inline void put(std::string& bytes, std::int64_t value, int count) {
     for (int i = 0; i < count; ++i)
-        bytes += static_cast<char>(static_cast<std::uint64_t>(value) >> (8 * i));
+        bytes += static_cast<char>(i < 8 ? static_cast<std::uint64_t>(value) >> (8 * i) : 0);
 }
 
 inline std::string plane(const std::vector<std::uint16_t>& pixels) {
