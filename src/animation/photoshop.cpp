@@ -199,7 +199,8 @@ CPSD::CPSD(CWindow* window, const CGraphicsObject* planes) : CGraphicsObject(win
 CPSD::CPSD(CPSD& other) : CPSD(other.getWindow(), static_cast<const CGraphicsObject*>(&other)) {
     for (const Layer& layer : other.layers_) {
         Layer& copy = layers_.emplace_back();
-        static_cast<CXRect&>(copy) = layer;
+        const CXRect& place = layer;
+        static_cast<CXRect&>(copy) = place;
         copy.channels = layer.channels;
         copy.name = layer.name;
         copy.picture = std::make_unique<CGraphicsObject>(window_, *layer.picture);
