@@ -41,10 +41,6 @@ constexpr Format k16 = {{{{0, 31}, {5, 63}, {11, 31}}}, 0x7C0};
 
 const Format& formatOf(const CGraphicsObject& picture) { return picture.getBpp() == 15 ? k15 : k16; }
 
-std::size_t indexOf(int x, int y, int width) {
-    return static_cast<std::size_t>(y) * static_cast<std::size_t>(width) + static_cast<std::size_t>(x);
-}
-
 void setPixels(CGraphicsObject& picture, Plane pixels) {
     picture.setPlanes(picture.Size(), picture.getBpp(), std::move(pixels), picture.getAlpha());
 }

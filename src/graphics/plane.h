@@ -9,6 +9,11 @@
 #include <utility>
 #include <vector>
 
+// Where the pixel at (x, y) stands in a plane of that width, in pixels.
+inline std::size_t indexOf(int x, int y, int width) {
+    return static_cast<std::size_t>(y) * static_cast<std::size_t>(width) + static_cast<std::size_t>(x);
+}
+
 // The bytes of a pixel or an alpha plane, or of their coded form.
 //
 // A copy of a Plane is the same plane: clones and linked images show what any of them changes in place, and the last

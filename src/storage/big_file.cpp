@@ -234,7 +234,8 @@ CXString CBigFile::pathOf(const _entry& folder) {
 
 CXString CBigFile::GetCurrentDirectoryA() const {
     if (!stream_) return std::string_view(platform::current().files.currentFolder());
-    CXString path = current_ == table_->root ? table_->rootPath : pathOf(*current_);
+    CXString path = pathOf(*current_);
+    if (current_ == table_->root) path = table_->rootPath;
     if (path.lastChar() == '\\') path.left(path.GetLength() - 1);
     return path;
 }

@@ -104,8 +104,7 @@ private:
     int highest(int x) const {
         int found = 0;
         for (int y = 0; y < size_.height; ++y) {
-            if (!isBorder(x, y))
-                found = std::max<int>(found, cell_.alpha[static_cast<std::size_t>(y * size_.width + x)]);
+            if (!isBorder(x, y)) found = std::max<int>(found, cell_.alpha[indexOf(x, y, size_.width)]);
         }
         return found;
     }
@@ -164,8 +163,8 @@ FontTables compileFont(const std::vector<FontCell>& cells, const CXSize& cell, i
         for (int y = 0; y < cell.height; ++y) {
             for (int x = 0; x < cell.width; ++x) {
                 if (glyph.isBorder(x, y)) continue;
-                const auto source = static_cast<std::size_t>(y * cell.width + x);
-                const auto target = static_cast<std::size_t>(y * font.size.width + i * cell.width + x);
+                const auto source = indexOf(x, y, cell.width);
+                const auto target = indexOf(i * cell.width + x, y, font.size.width);
                 font.pixels.pixels()[target] = from.pixels[source];
                 font.alpha.bytes()[target] = from.alpha[source];
             }

@@ -50,9 +50,9 @@ void CSimpleFont6::flush() {
 }
 
 int CSimpleFont6::Load(const CXString& name) {
-    flush();
+    CSimpleFont6::flush();
     CFile file;
-    if (file.Open(window_, name, CFile::kReadBinary) == 0) setErrorCode(Load(&file));
+    if (file.Open(window_, name, CFile::kReadBinary) == 0) setErrorCode(CSimpleFont6::Load(&file));
     setFileName(name);
     return CGraphicsObject::Load(name);
 }
@@ -60,7 +60,7 @@ int CSimpleFont6::Load(const CXString& name) {
 int CSimpleFont6::Load(CFile* file) {
     std::string reason;
     std::optional<FontTables> read = readFont(file->readRest(kMostStored), reason);
-    flush();
+    CSimpleFont6::flush();
     if (!read) {
         platform::current().shell.debugOutput("font " + std::string(file->getName().view()) + ": " + reason);
         return kDamaged;
@@ -171,8 +171,8 @@ bool CSimpleFont6::create(const CXString& animationFile, const CXString& fontFil
             const std::span<std::uint16_t> pixels = frame->getData().pixels();
             for (int y = 0; y < std::min(cell.height, size.height); ++y) {
                 for (int x = 0; x < std::min(cell.width, size.width); ++x) {
-                    const auto source = static_cast<std::size_t>(y * size.width + x);
-                    const auto target = static_cast<std::size_t>(y * cell.width + x);
+                    const auto source = indexOf(x, y, size.width);
+                    const auto target = indexOf(x, y, cell.width);
                     if (source < pixels.size()) made.pixels[target] = pixels[source];
                     made.alpha[target] =
                         frame->getAlpha() ? frame->getAlpha().at(static_cast<std::int64_t>(source)) : std::uint8_t{255};

@@ -148,7 +148,7 @@ Outcome fontFromOutlines(std::string_view font, const FontOptions& options) {
         FontCell made{drawn.letter, std::vector<std::uint16_t>(area, pixelOf(options.colour)),
                       std::vector<std::uint8_t>(area)};
         for (int y = 0; y < drawn.height; ++y) {
-            const auto target = static_cast<std::ptrdiff_t>((1 + above - drawn.top + y) * cell.width + 1);
+            const auto target = std::ptrdiff_t{1 + above - drawn.top + y} * cell.width + 1;
             std::copy_n(drawn.gray.begin() + static_cast<std::ptrdiff_t>(y) * drawn.width, drawn.width,
                         made.alpha.begin() + target);
         }
